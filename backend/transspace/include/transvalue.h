@@ -1,0 +1,64 @@
+// TransValue (Part 2.1): the handle of one value (null, text, double or XML document) with its
+// views: text, list of texts, XML text, number, Xalan document, and XPath queries (context, path).
+#pragma once
+
+#include "transexport.h"
+#include "transstatus.h"
+#include "transstring.h"
+#include "transstringlist.h"
+
+#include <xalanc/Include/PlatformDefinitions.hpp>
+#include <xercesc/util/XercesDefs.hpp>
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMDocument;
+XERCES_CPP_NAMESPACE_END
+
+namespace XALAN_CPP_NAMESPACE {
+class XalanDocument;
+}
+
+class ZORB_DataSource;
+class TransValueImpl;
+
+class TRANS_EXPORT TransValue {
+public:
+  TransValue();
+  TransValue(TransString const& text);
+  TransValue(double number);
+  TransValue(XERCES_CPP_NAMESPACE::DOMDocument const* document);
+  TransValue(ZORB_DataSource const& dataSource);
+  TransValue(TransValue const& other);
+  ~TransValue();
+  void swap(TransValue& other);
+  TransValue& operator=(TransValue other);
+
+  // Every TransString* / TransStringList* returned is new and owned by the caller, who gives it
+  // back with releaseString / releaseStringList. The forms without status discard the status.
+  TransString* asString(TransString const& context, TransString const& path, TransStatus& status) const;
+  TransString* asString(TransString const& context, TransString const& path) const;
+  TransStringList* asStringList(TransString const& context, TransString const& path, TransStatus& status) const;
+  TransStringList* asStringList(TransString const& context, TransString const& path) const;
+  TransString* asMBCSXML(TransStatus& status) const;
+  TransString* asMBCSXML() const;
+  TransString* asUTF16XML(TransStatus& status) const;
+  TransString* asUTF16XML() const;
+  TransString* asXML() const;
+  TransString* asString(TransStatus& status) const;
+  TransString* asString() const;
+  double asDouble(TransString const& context, TransString const& path, TransStatus& status) const;
+  double asDouble(TransString const& context, TransString const& path) const;
+  double asDouble(TransStatus& status) const;
+  double asDouble() const;
+  // Owned by the value; null for every kind but an XML document.
+  XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument(TransStatus& status) const;
+  XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument() const;
+
+  static void releaseString(TransString*& string, TransStatus& status);
+  static void releaseString(TransString*& string);
+  static void releaseStringList(TransStringList*& strings, TransStatus& status);
+  static void releaseStringList(TransStringList*& strings);
+
+private:
+  TransValueImpl* impl_;
+};

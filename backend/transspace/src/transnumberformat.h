@@ -1,0 +1,17 @@
+// The one number formatting of Part 2.3, shared by TransDoubleImpl and TransIntegerImpl: a fresh
+// ICU formatter per call for the locale, the decimal pattern "#0.###", the result as a new
+// TransString (failure and warning when it is empty).
+#pragma once
+
+#include "transstatus.h"
+#include "transstring.h"
+
+#include <cstdint>
+#include <unicode/locid.h>
+
+namespace transnumberformat {
+
+TransString* format(double value, icu::Locale const& locale, TransStatus& status);
+TransString* format(std::int64_t value, icu::Locale const& locale, TransStatus& status);
+
+}  // namespace transnumberformat

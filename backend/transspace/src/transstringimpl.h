@@ -1,0 +1,34 @@
+#pragma once
+
+#include "transexport.h"
+#include "transstatus.h"
+
+#include <string>
+#include <unicode/unistr.h>
+
+class TRANS_EXPORT TransStringImpl {
+public:
+  TransStringImpl();
+  explicit TransStringImpl(char const* mbcs);
+  explicit TransStringImpl(unsigned short const* utf16);
+  TransStringImpl(TransStringImpl const& other);
+  ~TransStringImpl();
+  void swap(TransStringImpl& other);
+  TransStringImpl& operator=(TransStringImpl other);
+
+  bool empty() const;
+  char const* asMBCS(TransStatus& status) const;
+  UChar const* asUTF16(TransStatus& status) const;
+  TransStringImpl& trim(TransStatus& status);
+  bool operator<(TransStringImpl const& other) const;
+
+  // The caches: each returns its member, filling it first when needed.
+  icu::UnicodeString& mixedUTF16() const;
+  std::string& mixedMBCS() const;
+  icu::UnicodeString& upperUTF16() const;
+
+private:
+  mutable icu::UnicodeString upper_;
+  mutable icu::UnicodeString mixed_;
+  mutable std::string mbcs_;
+};

@@ -1,0 +1,23 @@
+// TransUtil (Part 1.2): conversions between the host's multibyte code page and UTF-16, and the
+// parse of a UTF-16 number in the C library's numeric locale. Exported, but not a public header.
+#pragma once
+
+#include "transexport.h"
+
+#include <string>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+
+class TRANS_EXPORT TransUtil {
+public:
+  // The no-number value: the negated largest finite double, returned wherever no number exists.
+  static constexpr double noNumber = -1.7976931348623157e308;
+
+  static std::string codepage();
+  static icu::UnicodeString MBCStoUTF16(std::string const& text);
+  static std::string UTF16toMBCS(icu::UnicodeString const& text);
+  static double UTF16toDouble(icu::UnicodeString const& text);
+  // ICU's canonical form of the C library's current locale name for a category (LC_CTYPE, ...),
+  // read afresh on each call: the library follows the process's locale at the moment of a call.
+  static icu::Locale currentLocale(int category);
+};

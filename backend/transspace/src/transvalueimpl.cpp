@@ -1,0 +1,11 @@
+#include "transconfig.h"
+
+#include "transvalueimpl.h"
+
+TransValueImpl::~TransValueImpl() {}
+
+void TransValueImpl::notApplicable(TransStatus& status) {
+  status.reset();
+  status.failure(true);
+  status.warning(true);
+}

@@ -1,0 +1,34 @@
+// TransValueImpl (Part 2.1): the abstract interface of eleven slots that every kind of value
+// implements, in this slot order. Exported, not published.
+#pragma once
+
+#include "transexport.h"
+#include "transstatus.h"
+#include "transstring.h"
+#include "transstringlist.h"
+
+#include <xalanc/Include/PlatformDefinitions.hpp>
+
+namespace XALAN_CPP_NAMESPACE {
+class XalanDocument;
+}
+
+class TRANS_EXPORT TransValueImpl {
+public:
+  virtual ~TransValueImpl();
+  virtual TransValueImpl* clone() const = 0;
+  virtual TransString* asString(TransString const& context, TransString const& path, TransStatus& status) const = 0;
+  virtual TransStringList* asStringList(TransString const& context, TransString const& path,
+                                        TransStatus& status) const = 0;
+  virtual TransString* asMBCSXML(TransStatus& status) const = 0;
+  virtual TransString* asUTF16XML(TransStatus& status) const = 0;
+  virtual TransString* asString(TransStatus& status) const = 0;
+  virtual double asDouble(TransString const& context, TransString const& path, TransStatus& status) const = 0;
+  virtual double asDouble(TransStatus& status) const = 0;
+  virtual XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument(TransStatus& status) const = 0;
+
+protected:
+  // Part 2.1's not-applicable contract: reset, then failure and warning. The slots return the
+  // placeholder that goes with their type.
+  static void notApplicable(TransStatus& status);
+};

@@ -1,0 +1,25 @@
+// A small tour of the core text types: build strings in either encoding, trim them, order them
+// without regard to case, and read a list as arrays.
+#include "transstring.h"
+#include "transstringlist.h"
+
+#include <cstdio>
+
+int main() {
+  TransStatus status;
+  TransString name("  Straße  ");
+  name.trim(status);
+  std::printf("trimmed: [%s] warning=%d\n", name.asMBCS(status), status.warning());
+
+  TransString shouted("STRASSE");
+  bool same = !(name < shouted) && !(shouted < name);
+  std::printf("Straße and STRASSE are %s keys\n", same ? "the same" : "different");
+
+  // UTF-16 crosses the exported signatures as unsigned short; ICU's UChar is char16_t.
+  TransStringList list;
+  list.push_back(reinterpret_cast<unsigned short const*>(name.asUTF16()));
+  list.push_back(reinterpret_cast<unsigned short const*>(shouted.asUTF16()));
+  char const* const* texts = list.asMBCSArray(status);
+  for (unsigned long i = 0; i < list.size(); ++i) std::printf("list[%lu] = %s\n", i, texts[i]);
+  return 0;
+}

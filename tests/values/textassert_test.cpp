@@ -1,0 +1,38 @@
+// Part 2.2: the assertion of TransTextImpl::asDouble, with its text, function, file and line.
+//
+// TransString::asUTF16 never reports failure, so the assertion cannot fire through the library's
+// own behaviour. This program defines TransString::asUTF16(TransStatus&) itself: the library calls
+// the exported function through its PLT, so this definition interposes on the library's (the
+// target exports it, ENABLE_EXPORTS) and injects the failure that the assertion guards against.
+#include "transstring.h"
+#include "transtextimpl.h"
+#include "valuetestsupport.h"
+
+#include <gtest/gtest.h>
+
+UChar const* TransString::asUTF16(TransStatus& status) const {
+  static char16_t const twelve[] = u"12";
+  status.reset();
+  status.failure(true);
+  return twelve;
+}
+
+namespace {
+
+TEST(TransTextImplDeathTest, AsDoubleAssertsOnAFailedConversion) {
+#ifdef TRANSSPACE_SANITIZED
+  GTEST_SKIP() << "death tests are skipped in the sanitizer build";
+#endif
+  std::string const message =
+      "backend/transspace/src/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) const: "
+      "Assertion `! s.failure()' failed.";
+  TransTextImpl const impl{TransString("12")};
+  EXPECT_DEATH(
+      {
+        TransStatus status;
+        impl.asDouble(status);
+      },
+      valuetest::escapeRegex(message));
+}
+
+}  // namespace

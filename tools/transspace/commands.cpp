@@ -1,0 +1,154 @@
+#include "commands.h"
+
+#include <charconv>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include <xalanc/PlatformSupport/XSLException.hpp>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/TransService.hpp>
+
+#include "inputdocument.h"
+#include "transspace.h"
+#include "transvalue.h"
+
+namespace cli {
+
+namespace {
+
+using namespace XERCES_CPP_NAMESPACE;
+
+// The no-number value of the library (Part 2.1).
+constexpr double noNumber = -1.7976931348623157e308;
+
+// Owns one string or list handed out by the library and gives it back.
+struct ReleasedString {
+  TransString* string;
+  ~ReleasedString() { TransSpace::releaseString(string); }
+};
+struct ReleasedList {
+  TransStringList* list;
+  ~ReleasedList() { TransSpace::releaseStringList(list); }
+};
+
+std::string toUtf8(XMLCh const* text) {
+  if (text == nullptr) return std::string();
+  TranscodeToStr utf8(text, "UTF-8");
+  return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
+}
+
+// Re-serialises compact XML with indentation (the library's own serialisation has none).
+std::string indent(std::string const& xml) {
+  XercesDOMParser parser;
+  parser.setDoNamespaces(false);
+  parser.setLoadExternalDTD(false);
+  MemBufInputSource input(reinterpret_cast<XMLByte const*>(xml.data()), xml.size(), "dictionary");
+  parser.parse(input);
+  DOMImplementation* ls = DOMImplementationRegistry::getDOMImplementation(u"LS");
+  std::unique_ptr<DOMLSSerializer, void (*)(DOMLSSerializer*)> serializer(
+      ls->createLSSerializer(), [](DOMLSSerializer* s) { s->release(); });
+  serializer->getDomConfig()->setParameter(XMLUni::fgDOMWRTFormatPrettyPrint, true);
+  std::unique_ptr<DOMLSOutput, void (*)(DOMLSOutput*)> output(ls->createLSOutput(),
+                                                               [](DOMLSOutput* o) { o->release(); });
+  MemBufFormatTarget target;
+  output->setByteStream(&target);
+  output->setEncoding(u"UTF-8");
+  serializer->write(parser.getDocument(), output.get());
+  return std::string(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
+}
+
+int runDict(Options const& options, TransValue const& value, std::ostream& out, std::ostream& err) {
+  TransStatus status;
+  ReleasedString xml{value.asMBCSXML(status)};
+  if (status.failure()) {
+    err << "transspace: " << options.file << ": the dictionary could not be serialised\n";
+    return NoResult;
+  }
+  std::string text = xml.string->asMBCS();
+  out << (options.pretty ? indent(text) : text) << '\n';
+  return Answered;
+}
+
+std::string shortestText(double number) {
+  char buffer[64];
+  auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
+  return std::string(buffer, result.ptr);
+}
+
+// The status of an answer: failure or an empty answer is "no result"; a warning beside a
+// non-empty single answer means the path selected several nodes and the first was taken.
+int report(TransStatus const& status, bool empty, bool single, std::ostream& err) {
+  if (status.failure()) {
+    err << "transspace: no result: the context selected no node, or the path could not be answered\n";
+    return NoResult;
+  }
+  if (empty) {
+    err << "transspace: no result: the answer is empty\n";
+    return NoResult;
+  }
+  if (single && status.warning()) err << "transspace: warning: several nodes; the first one is shown\n";
+  return Answered;
+}
+
+int answerQuery(Options const& options, TransValue const& value, std::ostream& out, std::ostream& err) {
+  TransString context(options.context.c_str());
+  TransString path(options.path.c_str());
+  TransStatus status;
+  switch (options.answer) {
+    case AnswerForm::List: {
+      ReleasedList answer{value.asStringList(context, path, status)};
+      for (unsigned long i = 0; i < answer.list->size(); ++i) out << answer.list->asMBCS(i) << '\n';
+      return report(status, answer.list->empty(), false, err);
+    }
+    case AnswerForm::String: {
+      ReleasedString answer{value.asString(context, path, status)};
+      bool const empty = answer.string->empty();
+      if (!status.failure() && !empty) out << answer.string->asMBCS() << '\n';
+      return report(status, empty, true, err);
+    }
+    case AnswerForm::Double: {
+      double const number = value.asDouble(context, path, status);
+      bool const empty = number == noNumber;
+      if (!status.failure() && !empty) out << shortestText(number) << '\n';
+      return report(status, empty, true, err);
+    }
+  }
+  return NoResult;
+}
+
+int runQuery(Options const& options, TransValue const& value, std::ostream& out, std::ostream& err) {
+  try {
+    return answerQuery(options, value, out, err);
+  } catch (XALAN_CPP_NAMESPACE::XSLException const& e) {
+    // The library lets an exception of a malformed context through (Part 2.5).
+    err << "transspace: invalid XPath: " << toUtf8(e.getMessage().c_str()) << '\n';
+    return BadInput;
+  }
+}
+
+}  // namespace
+
+int run(Options const& options, std::ostream& out, std::ostream& err) {
+  if (options.command == Command::Help) {
+    out << usageText();
+    return Answered;
+  }
+  if (options.command == Command::Version) {
+    out << "transspace " << TRANSSPACE_VERSION << '\n';
+    return Answered;
+  }
+  TransSpace space;  // brings the XML platform up for as long as the command runs
+  try {
+    TransValue value = loadDocument(options.file, err);
+    return options.command == Command::Dict ? runDict(options, value, out, err) : runQuery(options, value, out, err);
+  } catch (InputError const& e) {
+    err << "transspace: " << e.message << '\n';
+    return BadInput;
+  }
+}
+
+}  // namespace cli

@@ -1,0 +1,104 @@
+#include "inputdocument.h"
+
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <ostream>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "savfile/reader.h"
+#include "savfile/readerror.h"
+#include "zorb/datasource.h"
+
+namespace cli {
+
+namespace {
+
+using namespace XERCES_CPP_NAMESPACE;
+
+std::string toUtf8(XMLCh const* text) {
+  if (text == nullptr) return std::string();
+  TranscodeToStr utf8(text, "UTF-8");
+  return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
+}
+
+// Keeps the first error of the parse, with its line and column, for one clear message.
+class FirstErrorHandler : public HandlerBase {
+public:
+  void warning(SAXParseException const&) override {}
+  void error(SAXParseException const& e) override { remember(e); }
+  void fatalError(SAXParseException const& e) override {
+    remember(e);
+    throw e;  // stop at the first fatal error
+  }
+  std::string const& message() const { return message_; }
+
+private:
+  void remember(SAXParseException const& e) {
+    if (!message_.empty()) return;
+    message_ = "line " + std::to_string(e.getLineNumber()) + ", column " + std::to_string(e.getColumnNumber()) +
+               ": " + toUtf8(e.getMessage());
+  }
+  std::string message_;
+};
+
+TransValue loadXmlDocument(std::string const& path) {
+  XercesDOMParser parser;
+  parser.setValidationScheme(XercesDOMParser::Val_Never);
+  // Without namespace processing elements keep bare names, as in the dictionary the library builds.
+  parser.setDoNamespaces(false);
+  parser.setLoadExternalDTD(false);
+  parser.setDisableDefaultEntityResolution(true);  // never fetch anything from outside
+  FirstErrorHandler handler;
+  parser.setErrorHandler(&handler);
+  try {
+    parser.parse(path.c_str());
+  } catch (SAXParseException const&) {
+    // reported through the handler below
+  } catch (XMLException const& e) {
+    throw InputError{path + ": " + toUtf8(e.getMessage())};
+  } catch (DOMException const& e) {
+    throw InputError{path + ": " + toUtf8(e.getMessage())};
+  }
+  if (!handler.message().empty()) throw InputError{path + ": not well-formed XML: " + handler.message()};
+  DOMDocument const* document = parser.getDocument();
+  if (document == nullptr || document->getDocumentElement() == nullptr) {
+    throw InputError{path + ": no XML document element"};
+  }
+  return TransValue(document);  // the value deep-copies the document; the parser keeps its own
+}
+
+TransValue loadSystemFile(std::string const& path, std::ostream& warnings) {
+  try {
+    savfile::ReadResult result = savfile::readFile(path);
+    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << warning.text << '\n';
+    return TransValue(*result.dataSource);
+  } catch (savfile::ReadError const& e) {
+    throw InputError{e.what()};
+  }
+}
+
+}  // namespace
+
+InputKind sniffInputKind(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw InputError{path + ": cannot open: " + std::strerror(errno)};
+  char magic[4] = {0, 0, 0, 0};
+  in.read(magic, sizeof magic);
+  bool const ascii = std::memcmp(magic, "$FL2", 4) == 0 || std::memcmp(magic, "$FL3", 4) == 0;
+  bool const ebcdic = std::memcmp(magic, "\x5b\xc6\xd3\xf2", 4) == 0 || std::memcmp(magic, "\x5b\xc6\xd3\xf3", 4) == 0;
+  return ascii || ebcdic ? InputKind::SystemFile : InputKind::XmlDocument;
+}
+
+TransValue loadDocument(std::string const& path, std::ostream& warnings) {
+  if (sniffInputKind(path) == InputKind::SystemFile) return loadSystemFile(path, warnings);
+  return loadXmlDocument(path);
+}
+
+}  // namespace cli

@@ -1,0 +1,26 @@
+// Turns the FILE of the command line into a document value: an SPSS system file into the value of
+// its dictionary, anything else into the value of the XML document it holds.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "transvalue.h"
+
+namespace cli {
+
+// The input cannot be read; the message names the file and, where known, the place.
+struct InputError {
+  std::string message;
+};
+
+enum class InputKind { SystemFile, XmlDocument };
+
+// Decides by the first bytes: "$FL2" or "$FL3" (ASCII or EBCDIC) mean a system file.
+InputKind sniffInputKind(std::string const& path);
+
+// Reads the file into a value. The XML platform must be up (a TransSpace alive). Warnings of the
+// system-file reader go to `warnings`, one a line.
+TransValue loadDocument(std::string const& path, std::ostream& warnings);
+
+}  // namespace cli
