@@ -539,7 +539,7 @@ protected:
 
 // Without this the death tests below would prove nothing: the library's forms without status must
 // reach the status overloads through the interposed symbols.
-TEST_F(TransStringAssertionTest, LibraryCallsTheInterposedStatusOverloads) {
+TEST_F(TransStringTest, LibraryCallsTheInterposedStatusOverloads) {
   TransString text("abc");
   int const before = gInterposedCalls;
   EXPECT_STREQ(text.asMBCS(), "abc");
