@@ -1,10 +1,13 @@
 // Part 2.1: the value handle TransValue and the contract every implementation keeps.
-#include "transvalue.h"
+#include "transspace.h"
 #include "transutil.h"
+#include "transvalue.h"
 #include "valuetestsupport.h"
 
 #include <cstdint>
 #include <cstring>
+
+#include <xercesc/dom/DOM.hpp>
 
 #include <gtest/gtest.h>
 
@@ -150,16 +153,31 @@ TEST(TransValueTest, ReleaseStringListFreesAndNullsThePointer) {
   EXPECT_EQ(other, nullptr);
 }
 
-// Edge case: asXML() and asUTF16XML() return equal texts (here the placeholders of the kinds
-// without an XML form; the document kind is Part 2.4's).
+void expectAsXMLEqualsAsUTF16XML(TransValue const& value) {
+  OwnedString xml(value.asXML());
+  OwnedString utf16XML(value.asUTF16XML());
+  ASSERT_NE(xml, nullptr);
+  ASSERT_NE(utf16XML, nullptr);
+  EXPECT_EQ(utf16(*xml), utf16(*utf16XML));
+}
+
+// Edge case: asXML() and asUTF16XML() return equal texts: the placeholders of the kinds without
+// an XML form, and the serialised text of a document.
 TEST(TransValueTest, AsXMLEqualsAsUTF16XML) {
   for (TransValue const& value : {TransValue(), TransValue(TransString("t")), TransValue(1.0)}) {
-    OwnedString xml(value.asXML());
-    OwnedString utf16XML(value.asUTF16XML());
-    ASSERT_NE(xml, nullptr);
-    ASSERT_NE(utf16XML, nullptr);
-    EXPECT_EQ(utf16(*xml), utf16(*utf16XML));
+    expectAsXMLEqualsAsUTF16XML(value);
   }
+}
+
+TEST(TransValueTest, AsXMLEqualsAsUTF16XMLForADocument) {
+  TransSpace const space;  // brings up the XML platform that document values need
+  XERCES_CPP_NAMESPACE::DOMImplementation* dom = XERCES_CPP_NAMESPACE::DOMImplementation::getImplementation();
+  XERCES_CPP_NAMESPACE::DOMDocument* document = dom->createDocument(nullptr, u"root", nullptr);
+  TransValue const value(static_cast<XERCES_CPP_NAMESPACE::DOMDocument const*>(document));
+  document->release();  // the value holds its own deep copy
+  OwnedString xml(value.asXML());
+  EXPECT_FALSE(xml->empty());
+  expectAsXMLEqualsAsUTF16XML(value);
 }
 
 // The handle's forms without status discard the status: no assertion, the placeholder comes back.

@@ -1,6 +1,7 @@
 #include "commands.h"
 
 #include <charconv>
+#include <cmath>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -73,7 +74,11 @@ int runDict(Options const& options, TransValue const& value, std::ostream& out, 
   return Answered;
 }
 
+// The shortest text that reads back as `number`; infinities and NaN in XPath's notation, as
+// --string shows them.
 std::string shortestText(double number) {
+  if (std::isnan(number)) return "NaN";
+  if (std::isinf(number)) return number < 0 ? "-Infinity" : "Infinity";
   char buffer[64];
   auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
   return std::string(buffer, result.ptr);

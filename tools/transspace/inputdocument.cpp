@@ -1,11 +1,14 @@
 #include "inputdocument.h"
 
+#include <cctype>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <ostream>
 
 #include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -84,16 +87,26 @@ TransValue loadSystemFile(std::string const& path, std::ostream& warnings) {
   }
 }
 
+// A name ending in .sav or .zsav (any case) also means a system file, so that a damaged one (too
+// short for its magic, or with a broken header) gets the reader's error rather than an XML one.
+bool hasSystemFileName(std::string const& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return extension == ".sav" || extension == ".zsav";
+}
+
 }  // namespace
 
 InputKind sniffInputKind(std::string const& path) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) throw InputError{path + ": is a directory"};
   std::ifstream in(path, std::ios::binary);
   if (!in) throw InputError{path + ": cannot open: " + std::strerror(errno)};
   char magic[4] = {0, 0, 0, 0};
   in.read(magic, sizeof magic);
   bool const ascii = std::memcmp(magic, "$FL2", 4) == 0 || std::memcmp(magic, "$FL3", 4) == 0;
   bool const ebcdic = std::memcmp(magic, "\x5b\xc6\xd3\xf2", 4) == 0 || std::memcmp(magic, "\x5b\xc6\xd3\xf3", 4) == 0;
-  return ascii || ebcdic ? InputKind::SystemFile : InputKind::XmlDocument;
+  return ascii || ebcdic || hasSystemFileName(path) ? InputKind::SystemFile : InputKind::XmlDocument;
 }
 
 TransValue loadDocument(std::string const& path, std::ostream& warnings) {

@@ -16,7 +16,8 @@ struct InputError {
 
 enum class InputKind { SystemFile, XmlDocument };
 
-// Decides by the first bytes: "$FL2" or "$FL3" (ASCII or EBCDIC) mean a system file.
+// Decides by the first bytes: "$FL2" or "$FL3" (ASCII or EBCDIC) mean a system file, and so does
+// a name ending in .sav or .zsav. Throws InputError for a directory or a file that cannot be opened.
 InputKind sniffInputKind(std::string const& path);
 
 // Reads the file into a value. The XML platform must be up (a TransSpace alive). Warnings of the

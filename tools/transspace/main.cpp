@@ -1,5 +1,6 @@
 // transspace: exports the dictionary of an SPSS system file as XML and answers XPath queries about
 // it (or about any XML document) through the library's value space.
+#include <clocale>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -8,6 +9,9 @@
 #include "options.h"
 
 int main(int argc, char** argv) {
+  // Letter case and the dictionary's `locale` follow the user's character-type locale; numbers
+  // keep the C notation, so that a query's numeric text parses the same in every environment.
+  std::setlocale(LC_CTYPE, "");
   std::vector<std::string> arguments(argv + 1, argv + argc);
   cli::Options options;
   try {
@@ -16,5 +20,10 @@ int main(int argc, char** argv) {
     std::cerr << "transspace: " << e.message << "\n\n" << cli::usageText();
     return cli::BadInput;
   }
-  return cli::run(options, std::cout, std::cerr);
+  int const status = cli::run(options, std::cout, std::cerr);
+  if (!std::cout.flush()) {  // a full disk or a closed pipe: the answer did not arrive
+    std::cerr << "transspace: cannot write to standard output\n";
+    return cli::BadInput;
+  }
+  return status;
 }

@@ -90,6 +90,8 @@ std::string usageText() {
          "           --double  the answer as a number\n"
          "         Use -- before CONTEXT or PATH when they start with '-'.\n"
          "\n"
+         "Letter case and the dictionary's locale follow the environment's LC_CTYPE; numbers are\n"
+         "parsed in the C notation.\n"
          "Warnings of the file reader and the answer's status go to standard error.\n"
          "Exit status: 0 answered; 1 no result (the failure flag, or an empty answer);\n"
          "2 bad usage, unreadable input or a malformed CONTEXT.\n";

@@ -159,7 +159,8 @@ void DictionaryDecoder::checkMachineRecords() {
     } else {
       fileHighest_ = raw_.order.f64(e->data.data() + 8);
       fileLowest_ = raw_.order.f64(e->data.data() + 16);
-      haveFileConstants_ = true;
+      // Only constants in their proper order mean anything (ReadStat has written them swapped).
+      haveFileConstants_ = fileLowest_ < fileHighest_;
     }
   }
 }
@@ -177,9 +178,17 @@ void DictionaryDecoder::buildVariables() {
     diag_.fail(raw_.variables.front().offset, "the first variable record is a continuation record");
   }
   table_.build(raw_.variables, veryLong, offset, diag_);
+  // Files from before long names (SPSS 12) hold upper-case short names; like PSPP, show them in
+  // lower case, the spelling that SPSS 12 and later give such variables.
+  bool lowerCase = extensions(13).empty();
   for (std::size_t i = 0; i < table_.variables().size(); ++i) {
     MergedVariable& v = table_.variables()[i];
     v.name = text(v.shortName);
+    if (lowerCase) {
+      for (char& c : v.name) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+      }
+    }
     if (v.name.empty()) {
       diag_.warn(raw_.variables[static_cast<std::size_t>(v.record)].offset, "variable without a name; calling it V" + std::to_string(i + 1));
       v.name = "V" + std::to_string(i + 1);

@@ -30,7 +30,7 @@ bool countedString(TextScanner& in, std::string& out) {
 
 bool parseOneMrSet(TextScanner& in, RawMrSet& set, std::string& problem) {
   set.offset = in.offset();
-  set.name = in.until('=');
+  set.name = in.untilAny("=\n");
   if (!in.accept('=')) return problem = "no '=' after the set name", false;
   if (set.name.empty() || set.name[0] != '$') return problem = "set name does not begin with '$'", false;
   set.kind = in.peek();
@@ -186,7 +186,8 @@ std::vector<RawVeryLongString> parseVeryLongStrings(std::string const& text, std
     if (nul != std::string::npos) digits.resize(nul);
     long width = 0;
     bool ok = !digits.empty() && digits.size() <= 9;
-    for (char c : digits) {
+    for (std::size_t i = 0; ok && i < digits.size(); ++i) {  // at most 9 digits: no overflow
+      char c = digits[i];
       if (c < '0' || c > '9') ok = false;
       width = width * 10 + (c - '0');
     }

@@ -20,7 +20,8 @@ std::string TextScanner::until(char c) {
 
 std::string TextScanner::untilAny(char const* stops) {
   std::size_t end = pos_;
-  while (end < text_.size() && !std::strchr(stops, text_[end])) ++end;
+  // (strchr would also find the terminating NUL: a NUL byte in the text is no stop.)
+  while (end < text_.size() && (text_[end] == '\0' || !std::strchr(stops, text_[end]))) ++end;
   std::string s = text_.substr(pos_, end - pos_);
   pos_ = end;
   return s;

@@ -13,8 +13,9 @@
 // order indices are numbered as the wrapper numbers them (document 1, then pre-order from 2, each
 // element's attributes right after the element). XPath sees the same answers either way.
 //
-// Documents the mirror cannot reproduce exactly (entity references, a document type, attributes
-// flagged as IDs, which the wrapper resolves through Xerces' getElementById) are refused:
+// Documents the mirror cannot reproduce exactly (CDATA sections, entity references, a document
+// type, attributes flagged as IDs, which the wrapper resolves through Xerces' getElementById) are
+// refused (the dictionary document has none of them):
 // build() returns null and the caller keeps to the wrapper.
 #pragma once
 

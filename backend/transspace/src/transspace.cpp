@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -193,7 +194,8 @@ bool TransSpace::removeAll(TransString const& handle, TransStatus& status) {
 
 TransStringList* TransSpace::list(TransStatus& status) const {
   status.reset();
-  TransStringList* names = new TransStringList();
+  // Owned here until returned, so that an exception from a conversion or append frees it.
+  std::unique_ptr<TransStringList> names(new TransStringList());
   if (data_->values_.empty()) status.warning(true);
   for (Data::ValueMap::value_type const& entry : data_->values_) {
     // Conversion and append report into statuses of their own, never into the caller's.
@@ -202,7 +204,7 @@ TransStringList* TransSpace::list(TransStatus& status) const {
     UChar const* text = entry.first.asUTF16(convertStatus);
     names->push_back(reinterpret_cast<unsigned short const*>(text), appendStatus);
   }
-  return names;
+  return names.release();
 }
 
 // ---- releases: the same as TransValue's ----

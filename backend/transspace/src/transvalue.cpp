@@ -2,6 +2,7 @@
 
 #include "transvalue.h"
 
+#include "transdomimpl.h"
 #include "transdoubleimpl.h"
 #include "transnullimpl.h"
 #include "transtextimpl.h"
@@ -18,8 +19,11 @@ TransValue::TransValue(TransString const& text) : impl_(new TransTextImpl(text))
 TransValue::TransValue(double number) : impl_(new TransDoubleImpl(number)) {}
 
 // ---- document constructors (Part 2.4) ----
-// TransValue(XERCES_CPP_NAMESPACE::DOMDocument const*) and TransValue(ZORB_DataSource const&)
-// create a TransDOMImpl. They are written by the engineer who builds TransDOMImpl and go HERE.
+// Both create a TransDOMImpl: a deep copy of the document (null allowed: an empty document), or
+// the data source's dictionary document.
+TransValue::TransValue(XERCES_CPP_NAMESPACE::DOMDocument const* document) : impl_(new TransDOMImpl(document)) {}
+
+TransValue::TransValue(ZORB_DataSource const& dataSource) : impl_(new TransDOMImpl(dataSource)) {}
 // ---- end of document constructors ----
 
 TransValue::TransValue(TransValue const& other) : impl_(other.impl_->clone()) {}

@@ -1,0 +1,511 @@
+#include "transconfig.h"
+
+#include "transdomimpl.h"
+
+#include "transdictionaryimpl.h"
+#include "transpathindex.h"
+#include "transsourcetree.h"
+#include "transutil.h"
+#include "transxmlcharray.h"
+
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include <unicode/unistr.h>
+#include <xalanc/DOMSupport/XalanDocumentPrefixResolver.hpp>
+#include <xalanc/ICUBridge/ICUBridge.hpp>
+#include <xalanc/XPath/NodeRefListBase.hpp>
+#include <xalanc/XPath/XPathEvaluator.hpp>
+#include <xalanc/XalanDOM/XalanNode.hpp>
+#include <xalanc/XalanSourceTree/XalanSourceTreeDOMSupport.hpp>
+#include <xalanc/XercesParserLiaison/XercesParserLiaison.hpp>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+using XALAN_CPP_NAMESPACE::ICUBridge;
+using XALAN_CPP_NAMESPACE::NodeRefListBase;
+using XALAN_CPP_NAMESPACE::PrefixResolver;
+using XALAN_CPP_NAMESPACE::XalanDocument;
+using XALAN_CPP_NAMESPACE::XalanDocumentPrefixResolver;
+using XALAN_CPP_NAMESPACE::XalanDOMString;
+using XALAN_CPP_NAMESPACE::XalanMemMgrs;
+using XALAN_CPP_NAMESPACE::XalanNode;
+using XALAN_CPP_NAMESPACE::XalanSourceTreeDOMSupport;
+using XALAN_CPP_NAMESPACE::XercesParserLiaison;
+using XALAN_CPP_NAMESPACE::XObject;
+using XALAN_CPP_NAMESPACE::XObjectPtr;
+using XALAN_CPP_NAMESPACE::XPathEvaluator;
+
+using XERCES_CPP_NAMESPACE::DOMConfiguration;
+using XERCES_CPP_NAMESPACE::DOMDocument;
+using XERCES_CPP_NAMESPACE::DOMElement;
+using XERCES_CPP_NAMESPACE::DOMException;
+using XERCES_CPP_NAMESPACE::DOMImplementation;
+using XERCES_CPP_NAMESPACE::DOMImplementationLS;
+using XERCES_CPP_NAMESPACE::DOMImplementationRegistry;
+using XERCES_CPP_NAMESPACE::DOMLSOutput;
+using XERCES_CPP_NAMESPACE::DOMLSSerializer;
+using XERCES_CPP_NAMESPACE::DOMNode;
+using XERCES_CPP_NAMESPACE::MemBufFormatTarget;
+using XERCES_CPP_NAMESPACE::XMLException;
+using XERCES_CPP_NAMESPACE::XMLPlatformUtils;
+using XERCES_CPP_NAMESPACE::XMLUni;
+
+namespace {
+
+XERCES_CPP_NAMESPACE::MemoryManager& xalanMemoryManager() { return XalanMemMgrs::getDefaultXercesMemMgr(); }
+
+void placeholder(TransStatus& status) {
+  status.failure(true);
+  status.warning(true);
+}
+
+unsigned short const* exported(XalanDOMString const& text) {
+  return reinterpret_cast<unsigned short const*>(text.c_str());
+}
+
+// Step 4 and 7 of evaluateXPath: UTF-16 through an ICU string into a Xalan string.
+XalanDOMString xalanString(UChar const* text) {
+  XalanDOMString result(xalanMemoryManager());
+  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(text), result);
+  return result;
+}
+
+double numberFrom(XalanDOMString const& text) {
+  return TransUtil::UTF16toDouble(icu::UnicodeString(text.c_str(), static_cast<int32_t>(text.length())));
+}
+
+// XObject::num() on a boolean converts its string form ("true"/"false") and gives NaN
+// (notes/xml-platform.md); the string form is read instead.
+double booleanNumber(XObject const& result) {
+  XalanDOMString const& text = result.str();
+  return !text.empty() && text[0] == u't' ? 1.0 : 0.0;
+}
+
+// The LS serializer of Steps 2 to 4 of the serialisations, released when the scope ends.
+class Serializer {
+public:
+  Serializer() {
+    DOMImplementation* implementation = DOMImplementationRegistry::getDOMImplementation(TransXMLChArray::LS_s);
+    auto* ls = static_cast<DOMImplementationLS*>(implementation);
+    serializer_ = ls->createLSSerializer(XMLPlatformUtils::fgMemoryManager);
+    output_ = ls->createLSOutput(XMLPlatformUtils::fgMemoryManager);
+    DOMConfiguration* configuration = serializer_->getDomConfig();
+    if (configuration->canSetParameter(XMLUni::fgDOMWRTFormatPrettyPrint, false)) {
+      configuration->setParameter(XMLUni::fgDOMWRTFormatPrettyPrint, false);
+    }
+  }
+  // The Part releases the serializer only; releasing the output as well is left to the
+  // implementer and keeps the leak checker quiet.
+  ~Serializer() {
+    serializer_->release();
+    output_->release();
+  }
+  Serializer(Serializer const&) = delete;
+  Serializer& operator=(Serializer const&) = delete;
+
+  // Writes the document into `target`; any exception sets failure and keeps what was written.
+  void write(DOMDocument const* document, MemBufFormatTarget& target, TransStatus& status) {
+    output_->setByteStream(&target);
+    try {
+      serializer_->write(document, output_);
+    } catch (XMLException const&) {
+      status.failure(true);
+    } catch (DOMException const&) {
+      status.failure(true);
+    } catch (...) {
+      status.failure(true);
+    }
+  }
+
+private:
+  DOMLSSerializer* serializer_;
+  DOMLSOutput* output_;
+};
+
+constexpr XMLSize_t serializerCapacity = 1023;
+
+}  // namespace
+
+// ---- construction, copy, destruction ----
+
+TransDOMImpl::TransDOMImpl(DOMDocument const* source)
+    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+      queryPath_(QueryPath::automatic) {
+  init();
+  copyDocument(source);
+}
+
+TransDOMImpl::TransDOMImpl(ZORB_DataSource const& ds)
+    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+      queryPath_(QueryPath::automatic) {
+  init();
+  // The builder never owns the document; it goes with this local builder, the document stays.
+  TransDictionaryImpl builder;
+  document_ = builder.addDictionary(ds);
+}
+
+TransDOMImpl::TransDOMImpl(DOMDocument* document, AdoptTag)
+    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+      queryPath_(QueryPath::automatic) {
+  init();
+  document_ = document;
+}
+
+TransDOMImpl::TransDOMImpl(TransDOMImpl const& other)
+    : TransValueImpl(), document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr),
+      mirrorRefused_(false), queryPath_(other.queryPath_) {
+  init();
+  copyDocument(other.document_);
+}
+
+TransDOMImpl* TransDOMImpl::adopt(DOMDocument* document) { return new TransDOMImpl(document, AdoptTag()); }
+
+// Part 2.4's order: the liaison (and with it the wrapper), the evaluator, the document. The mirror
+// copied what it needed from the document and goes last, after the evaluator whose last result
+// may still point into it.
+TransDOMImpl::~TransDOMImpl() {
+  if (liaison_ != nullptr) delete liaison_;
+  if (evaluator_ != nullptr) delete evaluator_;
+  if (document_ != nullptr) delete document_;
+  pathIndex_.reset();
+  mirror_.reset();
+}
+
+TransDOMImpl& TransDOMImpl::operator=(TransDOMImpl other) {
+  swap(other);
+  return *this;
+}
+
+void TransDOMImpl::swap(TransDOMImpl& other) {
+  std::swap(document_, other.document_);
+  std::swap(liaison_, other.liaison_);
+  std::swap(dom_, other.dom_);
+  std::swap(evaluator_, other.evaluator_);
+  std::swap(mirror_, other.mirror_);
+  std::swap(pathIndex_, other.pathIndex_);
+  std::swap(mirrorRefused_, other.mirrorRefused_);
+  std::swap(queryPath_, other.queryPath_);
+}
+
+TransValueImpl* TransDOMImpl::clone() const { return new TransDOMImpl(*this); }
+
+void TransDOMImpl::init() {
+  liaison_ = new XercesParserLiaison(xalanMemoryManager());
+  liaison_->setBuildWrapperNodes(true);
+  liaison_->setBuildBridgeNodes(true);
+  liaison_->setThreadSafe(true);
+  evaluator_ = new XPathEvaluator(xalanMemoryManager());
+}
+
+void TransDOMImpl::copyDocument(DOMDocument const* source) {
+  document_ = DOMImplementation::getImplementation()->createDocument(XMLPlatformUtils::fgMemoryManager);
+  if (source == nullptr) return;
+  DOMElement const* root = source->getDocumentElement();
+  if (root == nullptr) return;
+  DOMNode* node = document_->importNode(root, true);
+  assert(node && "TransDOMImpl: copy constructor failed.");
+  document_->appendChild(node);
+}
+
+void TransDOMImpl::queryPath(QueryPath path) { queryPath_ = path; }
+
+TransDOMImpl::QueryPath TransDOMImpl::queryPath() const { return queryPath_; }
+
+bool TransDOMImpl::queriedOnMirror() const { return queryPath_ != QueryPath::wrapper && mirror_ != nullptr; }
+
+// ---- the two Xalan views, each built on first use ----
+
+// Part 2.4, set-up step 4: the liaison's own option values (thread-safe, eager wrapper nodes).
+XalanDocument* TransDOMImpl::wrapper() const {
+  if (dom_ == nullptr && document_ != nullptr) {
+    dom_ = liaison_->createDocument(document_, liaison_->getThreadSafe(), liaison_->getBuildWrapperNodes(),
+                                    liaison_->getBuildMaps());
+  }
+  return dom_;
+}
+
+TransSourceTree const* TransDOMImpl::mirror() const {
+  if (mirror_ == nullptr && !mirrorRefused_ && document_ != nullptr) {
+    mirror_ = TransSourceTree::build(*document_);
+    mirrorRefused_ = mirror_ == nullptr;
+    if (mirror_ != nullptr) pathIndex_.reset(new TransPathIndex(mirror_->document()));
+  }
+  return mirror_.get();
+}
+
+// ---- views of the whole document (Part 2.4) ----
+
+XalanDocument* TransDOMImpl::asXalanDocument(TransStatus& status) const {
+  status.reset();
+  // A value without a document (addDictionary returned null) has no view to hand out.
+  if (document_ == nullptr) {
+    placeholder(status);
+    return nullptr;
+  }
+  return wrapper();
+}
+
+double TransDOMImpl::asDouble(TransStatus& status) const {
+  status.reset();
+  placeholder(status);
+  return TransUtil::noNumber;
+}
+
+TransString* TransDOMImpl::asString(TransStatus& status) const {
+  status.reset();
+  TransString* text = asUTF16XML(status);
+  status.warning(true);
+  return text;
+}
+
+TransString* TransDOMImpl::asUTF16XML(TransStatus& status) const {
+  status.reset();
+  if (document_ == nullptr) {
+    placeholder(status);
+    return new TransString();
+  }
+  return serialiseUTF16(status);
+}
+
+TransString* TransDOMImpl::asMBCSXML(TransStatus& status) const {
+  status.reset();
+  if (document_ == nullptr) {
+    placeholder(status);
+    return new TransString();
+  }
+  return serialiseMBCS(status);
+}
+
+TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
+  Serializer serializer;
+  MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
+  serializer.write(document_, target, status);
+  // The bytes are read as 16-bit units in host byte order, deliberately not transcoded
+  // (Part 2.4, step 7); an odd last byte is dropped. Copied, since the buffer need not be aligned.
+  int32_t const units = static_cast<int32_t>(target.getLen() / 2);
+  icu::UnicodeString text;
+  UChar* buffer = text.getBuffer(units + 1);
+  if (units > 0) std::memcpy(buffer, target.getRawBuffer(), static_cast<std::size_t>(units) * 2);
+  text.releaseBuffer(units);
+  if (text.isEmpty()) status.warning(true);
+  return new TransString(reinterpret_cast<unsigned short const*>(text.getTerminatedBuffer()));
+}
+
+TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
+  Serializer serializer;
+  // Step 5: the code page name is converted and checked, and not used further (kept as it is).
+  TransStatus c;
+  TransString codepage(TransUtil::codepage().c_str());
+  XalanDOMString codepageName(xalanMemoryManager());
+  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(codepage.asUTF16(c)), codepageName);
+  assert(! c.failure() && ! c.warning());
+  MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
+  serializer.write(document_, target, status);
+  std::string bytes(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
+  if (bytes.empty()) status.warning(true);
+  return new TransString(bytes.c_str());
+}
+
+// ---- XPath queries (Part 2.5) ----
+
+TransDOMImpl::Result TransDOMImpl::evaluateXPath(UChar const* context, UChar const* path, TransStatus& status) const {
+  // A value without a document (addDictionary returned null) answers every query with failure.
+  // So does a document without a root element: Xalan 1.12 dereferences null (SIGSEGV) for every
+  // absolute path on such a document, on the wrapper and on a source tree alike (XPath::findRoot
+  // walks up from the document node looking for a document fragment).
+  if (document_ == nullptr || document_->getDocumentElement() == nullptr) {
+    status.failure(true);
+    return Result();
+  }
+  TransSourceTree const* tree = queryPath_ == QueryPath::wrapper ? nullptr : mirror();
+  if (tree == nullptr) return evaluateOnWrapper(context, path, status);
+  TransPathIndex* index = queryPath_ == QueryPath::automatic ? pathIndex_.get() : nullptr;
+  return evaluateOn(tree->document(), tree->prefixResolver(), index, context, path, status);
+}
+
+// The Part's literal road: the wrapper, with a resolver made for this query.
+TransDOMImpl::Result TransDOMImpl::evaluateOnWrapper(UChar const* context, UChar const* path,
+                                                     TransStatus& status) const {
+  wrapper();
+  assert(dom_);
+  XalanDocumentPrefixResolver resolver(dom_, XalanDOMString(xalanMemoryManager()), xalanMemoryManager());
+  return evaluateOn(dom_, resolver, nullptr, context, path, status);
+}
+
+// Steps 3 to 10 of evaluateXPath on either view of the document. With an index, the expressions
+// it answers exactly are not handed to Xalan.
+TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixResolver const& resolver,
+                                              TransPathIndex* index, UChar const* context, UChar const* path,
+                                              TransStatus& status) const {
+  Result result;
+  XalanNode* node = selectContext(document, resolver, index, context);
+  if (node == nullptr) {
+    status.failure(true);
+    return result;
+  }
+  if (index != nullptr && index->select(node, path, result.nodes)) {
+    result.indexed = true;
+    return result;
+  }
+  XalanSourceTreeDOMSupport support;
+  XalanDOMString const pathText = xalanString(path);
+  try {
+    result.object = evaluator_->evaluate(support, node, pathText.c_str(), resolver);
+  } catch (...) {
+    renewEvaluator();
+    status.failure(true);
+    return Result();
+  }
+  assert(result.object.null() == false);
+  return result;
+}
+
+// Step 5: the first node that `context` selects from the document node, or null.
+XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver const& resolver,
+                                       TransPathIndex* index, UChar const* context) const {
+  std::vector<XalanNode*> nodes;
+  if (index != nullptr && index->select(document, context, nodes)) return nodes.empty() ? nullptr : nodes.front();
+  XalanSourceTreeDOMSupport support;
+  XalanDOMString const contextText = xalanString(context);
+  // Not guarded: a malformed context raises to the caller of the query (Part 2.5, step 5).
+  try {
+    return evaluator_->selectSingleNode(support, document, contextText.c_str(), resolver);
+  } catch (...) {
+    renewEvaluator();
+    throw;
+  }
+}
+
+// Xalan 1.12's XPathEvaluator::evaluate links its execution context to the DOM support and to an
+// environment object of its own stack frame, and unlinks them only when the expression returns:
+// after a run-time error (count(1), a failed conversion) the context keeps dangling pointers and
+// the evaluator's next call dereferences them (SIGSEGV). Its destructor unlinks first, so the
+// broken evaluator is dropped safely and a fresh one takes its place.
+void TransDOMImpl::renewEvaluator() const {
+  delete evaluator_;
+  evaluator_ = nullptr;
+  evaluator_ = new XPathEvaluator(xalanMemoryManager());
+}
+
+// Steps 2 to 5 of the accessors. A null result with failure set when an argument is empty.
+TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString const& path,
+                                         TransStatus& status) const {
+  if (context.empty()) {
+    status.failure(true);
+    return Result();
+  }
+  TransString trimmedContext(context);
+  if (trimmedContext.trim(status).empty()) {
+    status.failure(true);
+    return Result();
+  }
+  if (path.empty()) {
+    status.failure(true);
+    return Result();
+  }
+  TransString trimmedPath(path);
+  if (trimmedPath.trim(status).empty()) {
+    status.failure(true);
+    return Result();
+  }
+  TransStatus p;
+  TransStatus c;
+  UChar const* pathText = path.asUTF16(p);
+  UChar const* contextText = context.asUTF16(c);
+  Result result = evaluateXPath(contextText, pathText, status);
+  assert(! c.failure() && ! c.warning());
+  assert(! p.failure() && ! p.warning());
+  return result;
+}
+
+XObject::eObjectType TransDOMImpl::Result::type() const {
+  return indexed ? XObject::eTypeNodeSet : object->getType();
+}
+
+std::size_t TransDOMImpl::Result::size() const {
+  return indexed ? nodes.size() : object->nodeset().getLength();
+}
+
+// The node value as the DOM defines it (an attribute's value, a text node's text, and empty for an
+// element), not the XPath string-value.
+XalanDOMString const& TransDOMImpl::Result::nodeValue(std::size_t index) const {
+  XalanNode const* node = indexed ? nodes[index] : object->nodeset().item(static_cast<NodeRefListBase::size_type>(index));
+  return node->getNodeValue();
+}
+
+double TransDOMImpl::asDouble(TransString const& context, TransString const& path, TransStatus& status) const {
+  status.reset();
+  double answer = TransUtil::noNumber;
+  Result const result = query(context, path, status);
+  if (result.null()) {
+    status.failure(true);
+  } else {
+    switch (result.type()) {
+      case XObject::eTypeBoolean: answer = booleanNumber(*result.object); break;
+      case XObject::eTypeNumber: answer = result.object->num(); break;
+      case XObject::eTypeString: answer = numberFrom(result.object->str()); break;
+      case XObject::eTypeNodeSet:
+        if (result.size() > 0) answer = numberFrom(result.nodeValue(0));
+        if (result.size() > 1) status.warning(true);
+        break;
+      default: status.failure(true); break;  // null, unknown, result tree fragment, user-defined
+    }
+  }
+  if (answer == TransUtil::noNumber) status.warning(true);
+  return answer;
+}
+
+TransString* TransDOMImpl::asString(TransString const& context, TransString const& path, TransStatus& status) const {
+  status.reset();
+  TransString* answer = nullptr;
+  Result const result = query(context, path, status);
+  if (result.null()) {
+    status.failure(true);
+  } else {
+    switch (result.type()) {
+      case XObject::eTypeBoolean:
+      case XObject::eTypeNumber:
+      case XObject::eTypeString: answer = new TransString(exported(result.object->str())); break;
+      case XObject::eTypeNodeSet:
+        if (result.size() > 0) answer = new TransString(exported(result.nodeValue(0)));
+        if (result.size() > 1) status.warning(true);
+        break;
+      default: status.failure(true); break;
+    }
+  }
+  if (answer == nullptr) answer = new TransString();
+  if (answer->empty()) status.warning(true);
+  return answer;
+}
+
+TransStringList* TransDOMImpl::asStringList(TransString const& context, TransString const& path,
+                                            TransStatus& status) const {
+  status.reset();
+  // Held until the end, so that a malformed context (which raises) does not leak the list.
+  std::unique_ptr<TransStringList> answer(new TransStringList());
+  Result const result = query(context, path, status);
+  auto append = [&answer](XalanDOMString const& text) {
+    TransStatus p;
+    answer->push_back(exported(text), p);
+    assert(! p.failure() && ! p.warning());
+  };
+  if (result.null()) {
+    status.failure(true);
+  } else {
+    switch (result.type()) {
+      case XObject::eTypeBoolean:
+      case XObject::eTypeNumber:
+      case XObject::eTypeString: append(result.object->str()); break;
+      case XObject::eTypeNodeSet:
+        for (std::size_t i = 0; i < result.size(); ++i) append(result.nodeValue(i));
+        break;
+      default: status.failure(true); break;
+    }
+  }
+  if (answer->empty()) status.warning(true);
+  return answer.release();
+}

@@ -1,0 +1,131 @@
+// In process: how the tool tells a system file from an XML document, and cli::run on damaged input
+// (every prefix of demo.sav), where a subprocess per case would be slow.
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "commands.h"
+#include "inputdocument.h"
+#include "options.h"
+#include "subprocess.h"
+
+namespace {
+
+using clitest::demoSav;
+using clitest::readFile;
+using clitest::TempDir;
+using cli::InputKind;
+using cli::sniffInputKind;
+
+struct RunResult {
+  int status;
+  std::string out, err;
+};
+
+RunResult runInProcess(cli::Options const& options) {
+  std::ostringstream out, err;
+  int const status = cli::run(options, out, err);
+  return {status, out.str(), err.str()};
+}
+
+cli::Options dictOf(std::string const& file) {
+  cli::Options options;
+  options.command = cli::Command::Dict;
+  options.file = file;
+  return options;
+}
+
+TEST(SniffInputKind, SystemFilesByTheirMagicWhateverTheirName) {
+  TempDir dir;
+  EXPECT_EQ(sniffInputKind(demoSav()), InputKind::SystemFile);
+  std::string const header = readFile(demoSav()).substr(0, 176);
+  EXPECT_EQ(sniffInputKind(dir.write("plain", header)), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("fl3.xml", "$FL3" + header.substr(4))), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("ebcdic2", "\x5b\xc6\xd3\xf2 rest")), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("ebcdic3", "\x5b\xc6\xd3\xf3 rest")), InputKind::SystemFile);
+}
+
+TEST(SniffInputKind, XmlDocumentsAndOtherText) {
+  TempDir dir;
+  EXPECT_EQ(sniffInputKind(dir.write("a.xml", "<a/>")), InputKind::XmlDocument);
+  EXPECT_EQ(sniffInputKind(dir.write("noext", "<?xml version=\"1.0\"?><a/>")), InputKind::XmlDocument);
+  EXPECT_EQ(sniffInputKind(dir.write("fl4", "$FL4 is no magic")), InputKind::XmlDocument);
+  EXPECT_EQ(sniffInputKind(dir.write("empty.xml", "")), InputKind::XmlDocument);
+}
+
+TEST(SniffInputKind, ANameEndingInSavOrZsavMeansASystemFileEvenWhenTooShortForTheMagic) {
+  TempDir dir;
+  EXPECT_EQ(sniffInputKind(dir.write("empty.sav", "")), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("two.sav", "$F")), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("UPPER.SAV", "x")), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("c.zsav", "<a/>")), InputKind::SystemFile);
+  EXPECT_EQ(sniffInputKind(dir.write("sav", "<a/>")), InputKind::XmlDocument);
+  EXPECT_EQ(sniffInputKind(dir.write("a.sav.xml", "<a/>")), InputKind::XmlDocument);
+}
+
+TEST(SniffInputKind, UnreadableInputIsAnInputErrorNamingTheFile) {
+  TempDir dir;
+  for (std::string const& path : {dir.path("missing.sav"), dir.path("")}) {
+    try {
+      sniffInputKind(path);
+      ADD_FAILURE() << "no InputError for " << path;
+    } catch (cli::InputError const& e) {
+      EXPECT_NE(e.message.find(path), std::string::npos) << e.message;
+    }
+  }
+}
+
+TEST(Run, HelpAndVersionWriteToOut) {
+  cli::Options options;
+  options.command = cli::Command::Help;
+  RunResult result = runInProcess(options);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, cli::usageText());
+  EXPECT_EQ(result.err, "");
+  options.command = cli::Command::Version;
+  result = runInProcess(options);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out.rfind("transspace ", 0), 0u) << result.out;
+  EXPECT_EQ(result.err, "");
+}
+
+// Every prefix of demo.sav that ends inside the dictionary is an error that names the file and the
+// offset; a prefix that keeps the whole dictionary reads (the tool never reads the data).
+TEST(Run, EveryTruncationOfDemoSavIsACleanErrorOrAFullRead) {
+  std::string const demo = readFile(demoSav());
+  std::string const termination("\xe7\x03\x00\x00\x00\x00\x00\x00", 8);  // record type 999 and its filler
+  std::size_t const dictionaryEnd = demo.find(termination, 176) + termination.size();
+  ASSERT_NE(dictionaryEnd, std::string::npos + termination.size());
+  ASSERT_LT(dictionaryEnd, demo.size());
+
+  RunResult const whole = runInProcess(dictOf(demoSav()));
+  ASSERT_EQ(whole.status, 0) << whole.err;
+
+  TempDir dir;
+  std::string const file = dir.path("truncated.sav");
+  // Every length through the header and the first records, then a stride of 3 (which meets every
+  // alignment of the 4- and 8-byte fields), and every length around the end of the dictionary.
+  std::vector<std::size_t> lengths;
+  for (std::size_t length = 0; length <= demo.size(); ++length) {
+    bool const nearEnd = length + 16 >= dictionaryEnd && length <= dictionaryEnd + 16;
+    if (length < 256 || length % 3 == 0 || nearEnd || length == demo.size()) lengths.push_back(length);
+  }
+  for (std::size_t length : lengths) {
+    dir.write("truncated.sav", demo.substr(0, length));
+    RunResult const result = runInProcess(dictOf(file));
+    if (length < dictionaryEnd) {
+      ASSERT_EQ(result.status, 2) << "length " << length;
+      EXPECT_EQ(result.out, "") << "length " << length;
+      EXPECT_EQ(result.err.rfind("transspace: " + file + ": near offset 0x", 0), 0u)
+          << "length " << length << ": " << result.err;
+      EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << "one line: " << result.err;
+    } else {
+      ASSERT_EQ(result.status, 0) << "length " << length << ": " << result.err;
+      EXPECT_EQ(result.out, whole.out) << "length " << length;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,209 @@
+// The placement convention of Part 4.1: the fixed order of the root's sections whatever the order of
+// the builders, and the proof that the linear placement gives the same document as the literal
+// getElementsByTagName search.
+#include "dictionarytestsupport.h"
+#include "richdatasources.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+
+using namespace dicttest;
+using X = TransXMLChArray;
+
+namespace {
+
+class PlacementTest : public DictionaryTest {};
+
+// A data source with every section and two elements in each repeating one.
+ZORB_DataSource everySection() {
+  zorb::DataSourceBuilder b;
+  b.addVariable("a").valueLabel(1, "one").attribute("va", {"x"}).missingValues({9});
+  b.addVariable("b").valueLabel(2, "two");
+  b.addVariable("w");
+  b.weightVariable("w");
+  b.variableSet("vs1", {"a"});
+  b.variableSet("vs2", {"b"});
+  b.categorySet("$m1", "L", {"a"});
+  b.dichotomySet("$m2", "", "1", false, {"a", "b"});
+  b.attribute("ds", {"v"});
+  b.extension(3, 1, std::string("\x03"));
+  b.extension(9, 1, std::string("\x09"));
+  return b.build();
+}
+
+std::vector<std::string> const kSectionOrder = {
+    "variable",    "variable",    "variable",            "weightVariable",      "valueLabelSet", "valueLabelSet",
+    "variableSet", "variableSet", "multipleResponseSet", "multipleResponseSet", "attributeSet",  "extension",
+    "extension"};
+
+using SectionBuilder = std::function<void(TransDictionaryImpl&, ZORB_DataSource const&, xc::DOMElement*)>;
+
+std::array<SectionBuilder, 6> const kBuilders = {
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addVariables(ds, r); },
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addWeightVariable(ds, r); },
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addVariableSets(ds, r); },
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addMultipleResponseSets(ds, r); },
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addDatasourceAttributes(ds, r); },
+    [](TransDictionaryImpl& t, ZORB_DataSource const& ds, xc::DOMElement* r) { t.addExtensions(ds, r); }};
+
+std::string buildInOrder(ZORB_DataSource const& ds, std::array<int, 6> const& order, bool literal,
+                         std::vector<std::string>* names = nullptr) {
+  TransDictionaryImpl builder;
+  builder.setLiteralPlacement(literal);
+  DocumentPtr doc = freshDocument(builder);
+  xc::DOMElement* root = doc->getDocumentElement();
+  for (int index : order) kBuilders[static_cast<std::size_t>(index)](builder, ds, root);
+  if (names != nullptr) *names = childNames(root);
+  return serialize(doc.get());
+}
+
+TEST_F(PlacementTest, AddDictionaryListsTheSectionsInTheirOrder) {
+  DocumentPtr doc = buildDictionary(everySection());
+  EXPECT_EQ(childNames(doc->getDocumentElement()), kSectionOrder);
+}
+
+// Every one of the 720 orders of the six section builders, on a fresh document: the same sections
+// in the same order, and the same document as addDictionary's own order; fast and literal agree.
+TEST_F(PlacementTest, SectionOrderHoldsWhateverTheBuildersOrder) {
+  ZORB_DataSource ds = everySection();
+  std::array<int, 6> order = {0, 1, 2, 3, 4, 5};
+  std::string canonical = buildInOrder(ds, order, false);
+  ASSERT_EQ(canonical, serialize(buildDictionary(ds).get()));
+  int permutations = 0;
+  do {
+    std::vector<std::string> names;
+    std::string fast = buildInOrder(ds, order, false, &names);
+    std::string literal = buildInOrder(ds, order, true);
+    std::string trace;
+    for (int i : order) trace += std::to_string(i);
+    SCOPED_TRACE(trace);
+    EXPECT_EQ(names, kSectionOrder);
+    EXPECT_EQ(fast, literal);
+    EXPECT_EQ(fast, canonical);
+    ++permutations;
+  } while (std::next_permutation(order.begin(), order.end()));
+  EXPECT_EQ(permutations, 720);
+}
+
+// Sections left out in every combination (64 subsets of the builders), built in reverse order.
+TEST_F(PlacementTest, MissingSectionsInEveryCombination) {
+  ZORB_DataSource ds = everySection();
+  for (int mask = 0; mask < 64; ++mask) {
+    std::vector<int> chosen;
+    for (int i = 5; i >= 0; --i) {
+      if (mask & (1 << i)) chosen.push_back(i);
+    }
+    TransDictionaryImpl fastBuilder;
+    TransDictionaryImpl literalBuilder;
+    literalBuilder.setLiteralPlacement(true);
+    DocumentPtr fastDoc = freshDocument(fastBuilder);
+    DocumentPtr literalDoc = freshDocument(literalBuilder);
+    for (int i : chosen) {
+      kBuilders[static_cast<std::size_t>(i)](fastBuilder, ds, rootOf(fastDoc));
+      kBuilders[static_cast<std::size_t>(i)](literalBuilder, ds, rootOf(literalDoc));
+    }
+    SCOPED_TRACE(mask);
+    EXPECT_EQ(serialize(fastDoc.get()), serialize(literalDoc.get()));
+    // The names that are present keep the fixed order.
+    std::vector<std::string> names = childNames(rootOf(fastDoc));
+    std::vector<std::string> expected;
+    std::copy_if(kSectionOrder.begin(), kSectionOrder.end(), std::back_inserter(expected),
+                 [&names](std::string const& name) { return std::find(names.begin(), names.end(), name) != names.end(); });
+    EXPECT_EQ(names, expected);
+  }
+}
+
+TEST_F(PlacementTest, FastAndLiteralAgreeOnTheRichDataSources) {
+  for (auto make : {surveyDataSource, formatsDataSource, textDataSource}) {
+    ZORB_DataSource ds = make();
+    std::string fast = serialize(buildDictionary(ds, false).get());
+    std::string literal = serialize(buildDictionary(ds, true).get());
+    EXPECT_EQ(fast, literal);
+    EXPECT_GT(fast.size(), 1000u);
+  }
+}
+
+TEST_F(PlacementTest, FastAndLiteralAgreeOnAGeneratedDataSource) {
+  zorb::DataSourceBuilder b;
+  for (int i = 0; i < 300; ++i) {
+    zorb::VariableBuilder& v = b.addVariable("v" + std::to_string(i));
+    if (i % 2 == 0) v.label("Label " + std::to_string(i));
+    if (i % 3 == 0) v.missingRange(-9, -1);
+    if (i % 5 != 0) v.valueLabel(1, "one").valueLabel(2, "two").valueLabel(3, "three");
+    if (i % 7 == 0) v.attribute("$a", {"x"});
+  }
+  b.weightVariable(17);
+  for (int s = 0; s < 20; ++s) {
+    b.variableSet("set" + std::to_string(s), {"v" + std::to_string(s), "v" + std::to_string(s + 1)});
+    b.categorySet("$mr" + std::to_string(s), "L", {"v" + std::to_string(s)});
+  }
+  b.attribute("x", {"y"});
+  b.extension(3, 1, std::string("\x01"));
+  ZORB_DataSource ds = b.build();
+  EXPECT_EQ(serialize(buildDictionary(ds, false).get()), serialize(buildDictionary(ds, true).get()));
+}
+
+// Builders called more than once on one document: a second weightVariable goes in front of the
+// first (its chain starts with variable), and later sections still follow the last one.
+TEST_F(PlacementTest, RepeatedBuildersAgreeWithTheLiteralSearch) {
+  ZORB_DataSource ds = everySection();
+  std::array<int, 6> order = {1, 0, 1, 4, 2, 3};
+  std::string results[2];
+  for (bool literal : {false, true}) {
+    SCOPED_TRACE(literal);
+    TransDictionaryImpl builder;
+    builder.setLiteralPlacement(literal);
+    DocumentPtr doc = freshDocument(builder);
+    for (int round = 0; round < 2; ++round) {
+      for (int i : order) kBuilders[static_cast<std::size_t>(i)](builder, ds, rootOf(doc));
+    }
+    builder.addValueLabelSet(ds.GetVariable(0), rootOf(doc));
+    builder.addWeightVariable(ds, rootOf(doc));
+    std::vector<std::string> names = childNames(rootOf(doc));
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end(), [](std::string const& x, std::string const& y) {
+      auto rank = [](std::string const& n) { return std::find(kSectionOrder.begin(), kSectionOrder.end(), n); };
+      return rank(x) < rank(y);
+    }));
+    EXPECT_EQ(children(rootOf(doc), "weightVariable").size(), 5u);
+    results[literal] = serialize(doc.get());
+  }
+  EXPECT_EQ(results[0], results[1]);
+}
+
+// The remembered last element is checked before use: when a test takes it out of the root, the
+// builder searches again and still agrees with the literal placement.
+TEST_F(PlacementTest, RemovedSectionElementsAreNotUsedAsAnchors) {
+  ZORB_DataSource ds = everySection();
+  std::string results[2];
+  for (bool literal : {false, true}) {
+    TransDictionaryImpl builder;
+    builder.setLiteralPlacement(literal);
+    DocumentPtr doc = freshDocument(builder);
+    xc::DOMElement* root = rootOf(doc);
+    builder.addVariables(ds, root);
+    builder.addVariableSets(ds, root);
+    // Take out the last variable and the last variable set.
+    root->removeChild(children(root, "variable").back());
+    root->removeChild(children(root, "variableSet").back());
+    builder.addWeightVariable(ds, root);
+    builder.addVariableSets(ds, root);
+    builder.addMultipleResponseSets(ds, root);
+    results[literal] = serialize(doc.get());
+  }
+  EXPECT_EQ(results[0], results[1]);
+}
+
+TEST_F(PlacementTest, ValueLabelsKeepTheirOrderInALargeSet) {
+  zorb::DataSourceBuilder b;
+  zorb::VariableBuilder& v = b.addVariable("many");
+  for (int i = 0; i < 2000; ++i) v.valueLabel(i, "label " + std::to_string(i));
+  ZORB_DataSource ds = b.build();
+  DocumentPtr fast = buildDictionary(ds, false);
+  std::vector<xc::DOMElement*> labels = children(child(fast->getDocumentElement(), "valueLabelSet"), "valueLabel");
+  ASSERT_EQ(labels.size(), 2000u);
+  EXPECT_EQ(attr(labels[1234], "value"), "1234");
+  EXPECT_EQ(serialize(fast.get()), serialize(buildDictionary(ds, true).get()));
+}
+
+}  // namespace

@@ -1,0 +1,70 @@
+// Shared helpers of the document-value tests (Parts 2.4, 2.5): the platform, hand-built documents,
+// dictionary data sources from the host model, and readers of the library's texts.
+#pragma once
+
+#include "transspace.h"
+#include "transstatus.h"
+#include "transstring.h"
+#include "transstringlist.h"
+#include "transvalue.h"
+
+#include "zorb/datasource.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <xercesc/dom/DOM.hpp>
+
+namespace domtest {
+
+// The serializer's XML declaration (notes/xml-platform.md): what an empty document serialises to.
+constexpr char const* xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>";
+
+// Every test runs with the library's defaults (locale "C", UTF-8 mode on) and inside a TransSpace,
+// which keeps Xerces, Xalan's XPath and its source tree initialised (Part 3.1).
+class DomTest : public ::testing::Test {
+protected:
+  void SetUp() override;
+  void TearDown() override;
+
+private:
+  std::unique_ptr<TransSpace> space_;
+};
+
+struct DocumentRelease {
+  void operator()(xercesc::DOMDocument* document) const { document->release(); }
+};
+using Document = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
+
+// <catalogue name="Cat" count="3" xmlns:x="urn:x" (declared through the xmlns namespace)>
+//   a comment, a processing instruction, three <item> elements with attributes and text (one with
+//   two adjacent text nodes), an <x:extra> element and attribute in namespace urn:x, an empty element, an
+//   element whose DOM level 1 name has a colon, and whitespace text.
+Document catalogueDocument();
+// The same shape as the dictionary's root, built by hand: namespace declarations set as ordinary
+// (DOM level 1) attributes, as Part 4.1 does.
+Document plainDeclarationsDocument();
+// A root element preceded by a comment and a processing instruction, with a comment inside.
+Document documentWithOutsideNodes();
+// A document without a root element.
+Document emptyDocument();
+
+// A data source of `variables` numeric variables v0, v1, ... with labels "Label K", two value
+// labels each, missing values on every third, a weight variable, a variable set, a multiple
+// response set, attributes and a row count of 42.
+ZORB_DataSource dictionarySource(int variables);
+
+// Texts in and out: TransString from UTF-8 (the tests run in UTF-8 mode), and back.
+TransString ts(std::string const& utf8);
+std::string utf8(TransString const& text);
+std::vector<std::string> utf8(TransStringList const& list);
+// Takes ownership of what a view returned.
+std::string take(TransString* text);
+std::vector<std::string> take(TransStringList* list);
+// The bytes that asUTF16XML reinterpreted as 16-bit units (host byte order), in their order.
+std::string unitsAsBytes(TransString const& text);
+
+}  // namespace domtest
