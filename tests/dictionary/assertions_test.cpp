@@ -140,13 +140,22 @@ TEST_F(DictionaryDeathTest, BuildersWithoutADocumentAssert) {
   EXPECT_DEATH(builder.addVariables(ds, nullptr), assertionRegex("domdict"));
 }
 
-// "nelems == ext.Length()" needs an extension record whose GetNext delivers fewer elements than
-// Length() claims. The stand-alone host's model keeps its records consistent (the builder rejects
-// bytes that do not hold Length() elements, and GetNext is bounded by the bytes stored), so no data
-// source of the model can reach this assertion yet.
+// "nelems == ext.Length()": a host whose extension record delivers fewer elements than its
+// Length() claims ends the process (the model's extensionDeliveringFewer makes such a record).
 TEST_F(DictionaryDeathTest, ShortExtensionReadAsserts) {
   DICT_SKIP_DEATH_UNDER_SANITIZERS();
-  GTEST_SKIP() << "the host model cannot make an extension record whose GetNext returns short";
+  zorb::DataSourceBuilder b;
+  b.extensionDeliveringFewer(3, 4, 8, std::string(4 * 5, '\x01'));
+  ZORB_DataSource const ds = b.build();
+  EXPECT_DEATH(buildDictionary(ds), assertionRegex("nelems == ext.Length()"));
+}
+
+// A whole record of the same size is written without complaint: the check is on the count alone.
+TEST_F(DictionaryDeathTest, WholeExtensionReadPasses) {
+  zorb::DataSourceBuilder b;
+  b.extension(3, 4, 8, std::string(4 * 8, '\x01'));
+  ZORB_DataSource const ds = b.build();
+  EXPECT_NO_FATAL_FAILURE(buildDictionary(ds));
 }
 
 }  // namespace

@@ -388,6 +388,17 @@ TEST(HostExtension, ReadsAllAtOnceLikeTheLibrary) {
   EXPECT_EQ(buffer, (std::vector<unsigned char>{0x00, 0x0F, 0xFF}));
 }
 
+TEST(HostExtension, ARecordDeliveringFewerElementsReadsShort) {
+  zorb::DataSourceBuilder b;
+  b.extensionDeliveringFewer(3, 4, 5, std::string(8, '\x07'));
+  ZORB_DataSource::Extension ext(b.dataSource(), 3);
+  EXPECT_EQ(ext.Length(), 5);
+  std::vector<unsigned char> buffer(20, 0);
+  EXPECT_EQ(ext.GetNext(buffer.data(), 5), 2);
+  EXPECT_EQ(buffer[7], 0x07);
+  EXPECT_EQ(buffer[8], 0x00);
+}
+
 TEST(HostExtension, AbsentTypeOpensAnEmptyRecord) {
   ZORB_DataSource ds;
   ZORB_DataSource::Extension ext(ds, 5);

@@ -343,6 +343,16 @@ TEST(HostDataSourceBuilder, ExtensionBytesMustFillWholeElements) {
   EXPECT_EQ(ZORB_DataSource::Extension(b.dataSource(), 3).Length(), 2);
 }
 
+TEST(HostDataSourceBuilder, AShortRecordMustReallyBeShortOfWholeElements) {
+  zorb::DataSourceBuilder b;
+  EXPECT_THROW(b.extensionDeliveringFewer(3, 4, 2, std::string(8, 'x')), std::invalid_argument);  // whole
+  EXPECT_THROW(b.extensionDeliveringFewer(3, 4, 2, std::string(6, 'x')), std::invalid_argument);  // partial element
+  EXPECT_THROW(b.extensionDeliveringFewer(3, 0, 2, std::string()), std::invalid_argument);
+  EXPECT_FALSE(b.dataSource().HasExtension(3));
+  b.extensionDeliveringFewer(3, 4, 2, std::string(4, 'x'));
+  EXPECT_EQ(ZORB_DataSource::Extension(b.dataSource(), 3).Length(), 2);
+}
+
 TEST(HostDataSourceBuilder, ExtensionOfAnyTypeCanBeReplacedAndRemoved) {
   zorb::DataSourceBuilder b;
   b.extension(13, 1, "abc").extension(13, 2, "abcd").extension(-4, 1, "z");

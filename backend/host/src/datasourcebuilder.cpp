@@ -402,6 +402,22 @@ DataSourceBuilder& DataSourceBuilder::extension(int type, int elementSize, std::
   return *this;
 }
 
+DataSourceBuilder& DataSourceBuilder::extensionDeliveringFewer(int type, int elementSize, std::int64_t length,
+                                                               std::string bytes) {
+  bool shortOfLength = elementSize >= 1 && length >= 0 && bytes.size() % static_cast<std::size_t>(elementSize) == 0 &&
+                       bytes.size() / static_cast<std::size_t>(elementSize) < static_cast<std::uint64_t>(length);
+  if (!shortOfLength) {
+    throw std::invalid_argument("zorb::DataSourceBuilder::extensionDeliveringFewer: " + std::to_string(bytes.size()) +
+                                " bytes are not fewer whole elements of size " + std::to_string(elementSize) +
+                                " than " + std::to_string(length));
+  }
+  ZORB_DataSource::ExtensionRecord& record = dataSource_.extensions_[type];
+  record.elementSize = elementSize;
+  record.length = length;
+  record.bytes = std::move(bytes);
+  return *this;
+}
+
 DataSourceBuilder& DataSourceBuilder::removeExtension(int type) {
   dataSource_.extensions_.erase(type);
   return *this;

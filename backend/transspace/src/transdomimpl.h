@@ -10,6 +10,9 @@
 //   on the wrapper collapses on large documents (notes/performance.md, section 2). The mirror
 //   answers every query exactly as the wrapper would; a document it cannot reproduce exactly is
 //   queried through the wrapper, as is every query of a value switched to the wrapper path.
+//   Simple location paths (`variable[@name='v7']/@label`) are answered by a TransPathIndex over
+//   the mirror, which indexes a parent's children by an attribute's value on first use.
+// The answers, flags, assertions and exceptions are those of the Parts; tests compare the roads.
 #pragma once
 
 #include "transvalueimpl.h"
@@ -55,9 +58,10 @@ public:
   ~TransDOMImpl() override;
   TransDOMImpl& operator=(TransDOMImpl other);
 
-  // Takes `document` as it is (not copied) and owns it; null is allowed and makes a value whose
-  // queries and serialisations report failure. The data-source constructor goes through this with
-  // what addDictionary returns; tests use it to reach a null document.
+  // Takes `document` as it is (not copied) and owns it, as the data-source constructor does with
+  // what addDictionary returns. Null is allowed: the value's queries and serialisations then
+  // report failure (Part 2.4, Left to the implementer). For the tests, which cannot make
+  // addDictionary fail.
   static TransDOMImpl* adopt(DOMDocument* document);
 
   TransValueImpl* clone() const override;

@@ -1,6 +1,6 @@
-// The one number formatting of Part 2.3, shared by TransDoubleImpl and TransIntegerImpl: a fresh
-// ICU formatter per call for the locale, the decimal pattern "#0.###", the result as a new
-// TransString (failure and warning when it is empty).
+// The one number formatting of Part 2.3, shared by TransDoubleImpl and TransIntegerImpl: an ICU
+// formatter for the locale with the decimal pattern "#0.###" (kept per thread and locale, see the
+// unit), the result as a new TransString (failure and warning when it is empty).
 #pragma once
 
 #include "transstatus.h"

@@ -161,6 +161,10 @@ public:
   DataSourceBuilder& extension(int type, int elementSize, std::string bytes);
   DataSourceBuilder& extension(int type, int elementSize, std::int64_t length, std::string bytes);
   DataSourceBuilder& removeExtension(int type);
+  // A record that claims `length` elements but holds only the whole elements in `bytes` (fewer than
+  // `length`; elementSize >= 1): its GetNext delivers short. Real hosts keep their records whole;
+  // this models one that does not, so that tests can reach the library's check of the count.
+  DataSourceBuilder& extensionDeliveringFewer(int type, int elementSize, std::int64_t length, std::string bytes);
 
   // A plain variable set.
   DataSourceBuilder& variableSet(std::string const& name, std::vector<std::string> const& members);
