@@ -122,39 +122,30 @@ TransString* fromVariable(TransDOMImpl& target, int k, TransStatus& status) {
                          TransString("@label"), status);
 }
 
-void QueryFromRoot(benchmark::State& state) {
+// The queries of `ask` on the road `path`, at the size of the benchmark's argument; the value goes
+// back to the default road afterwards.
+template <class Ask>
+void queriesOn(benchmark::State& state, TransDOMImpl::QueryPath path, Ask ask) {
   TransDOMImpl& target = value(static_cast<int>(state.range(0)));
+  target.queryPath(path);
+  queries(state, target, ask);
   target.queryPath(TransDOMImpl::QueryPath::automatic);
-  queries(state, target, fromRoot);
 }
 
+void QueryFromRoot(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::automatic, fromRoot); }
+
 void QueryFromVariable(benchmark::State& state) {
-  TransDOMImpl& target = value(static_cast<int>(state.range(0)));
-  target.queryPath(TransDOMImpl::QueryPath::automatic);
-  queries(state, target, fromVariable);
+  queriesOn(state, TransDOMImpl::QueryPath::automatic, fromVariable);
 }
 
 // Xalan itself on the source-tree mirror, without the path index.
-void TreeQueryFromRoot(benchmark::State& state) {
-  TransDOMImpl& target = value(static_cast<int>(state.range(0)));
-  target.queryPath(TransDOMImpl::QueryPath::sourceTree);
-  queries(state, target, fromRoot);
-  target.queryPath(TransDOMImpl::QueryPath::automatic);
-}
+void TreeQueryFromRoot(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::sourceTree, fromRoot); }
 
 void TreeQueryFromVariable(benchmark::State& state) {
-  TransDOMImpl& target = value(static_cast<int>(state.range(0)));
-  target.queryPath(TransDOMImpl::QueryPath::sourceTree);
-  queries(state, target, fromVariable);
-  target.queryPath(TransDOMImpl::QueryPath::automatic);
+  queriesOn(state, TransDOMImpl::QueryPath::sourceTree, fromVariable);
 }
 
-void WrapperQueryFromRoot(benchmark::State& state) {
-  TransDOMImpl& target = value(static_cast<int>(state.range(0)));
-  target.queryPath(TransDOMImpl::QueryPath::wrapper);
-  queries(state, target, fromRoot);
-  target.queryPath(TransDOMImpl::QueryPath::automatic);
-}
+void WrapperQueryFromRoot(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::wrapper, fromRoot); }
 
 void Wrap(benchmark::State& state) {
   int const n = static_cast<int>(state.range(0));

@@ -83,6 +83,22 @@ icu::UnicodeString utf16(TransString const& text) {
   return units == nullptr ? icu::UnicodeString(u"<null>") : icu::UnicodeString(units);
 }
 
+// An empty text: both readings are an empty string, never null, and each warns without failure.
+void expectEmptyWithWarning(TransString const& text) {
+  EXPECT_TRUE(text.empty());
+  TransStatus status;
+  char const* bytes = text.asMBCS(status);
+  ASSERT_NE(bytes, nullptr);
+  EXPECT_STREQ(bytes, "");
+  EXPECT_TRUE(status.warning());
+  EXPECT_FALSE(status.failure());
+  UChar const* units = text.asUTF16(status);
+  ASSERT_NE(units, nullptr);
+  EXPECT_EQ(units[0], 0);
+  EXPECT_TRUE(status.warning());
+  EXPECT_FALSE(status.failure());
+}
+
 // Neither text is less than the other: one key.
 ::testing::AssertionResult sameKey(TransString const& a, TransString const& b) {
   bool const ab = a < b, ba = b < a;
@@ -99,35 +115,11 @@ TEST_F(TransStringTest, HandleHoldsExactlyOnePointer) {
 }
 
 TEST_F(TransStringTest, NullMbcsPointerGivesAnEmptyString) {
-  TransString text(static_cast<char const*>(nullptr));
-  EXPECT_TRUE(text.empty());
-  TransStatus status;
-  char const* bytes = text.asMBCS(status);
-  ASSERT_NE(bytes, nullptr);
-  EXPECT_STREQ(bytes, "");
-  EXPECT_TRUE(status.warning());
-  EXPECT_FALSE(status.failure());
-  UChar const* units = text.asUTF16(status);
-  ASSERT_NE(units, nullptr);
-  EXPECT_EQ(units[0], 0);
-  EXPECT_TRUE(status.warning());
-  EXPECT_FALSE(status.failure());
+  expectEmptyWithWarning(TransString(static_cast<char const*>(nullptr)));
 }
 
 TEST_F(TransStringTest, NullUtf16PointerGivesAnEmptyString) {
-  TransString text(static_cast<unsigned short const*>(nullptr));
-  EXPECT_TRUE(text.empty());
-  TransStatus status;
-  char const* bytes = text.asMBCS(status);
-  ASSERT_NE(bytes, nullptr);
-  EXPECT_STREQ(bytes, "");
-  EXPECT_TRUE(status.warning());
-  EXPECT_FALSE(status.failure());
-  UChar const* units = text.asUTF16(status);
-  ASSERT_NE(units, nullptr);
-  EXPECT_EQ(units[0], 0);
-  EXPECT_TRUE(status.warning());
-  EXPECT_FALSE(status.failure());
+  expectEmptyWithWarning(TransString(static_cast<unsigned short const*>(nullptr)));
 }
 
 TEST_F(TransStringTest, DefaultAndEmptyTextsAreEmpty) {

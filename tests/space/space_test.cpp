@@ -138,10 +138,7 @@ TEST_F(TransSpaceTest, FullCaseMappingMakesOneKey) {
 // Edge case: releaseString of a null pointer warns and does not fail; a released pointer is null.
 TEST_F(TransSpaceTest, ReleaseStringOfNullWarnsOnly) {
   TransString* string = nullptr;
-  TransStatus status = dirtyStatus();
-  TransSpace::releaseString(string, status);
-  EXPECT_EQ(string, nullptr);
-  EXPECT_EQ(flags(status), kWarning);
+  expectReleased(TransSpace::releaseString, string, kWarning);
   TransSpace::releaseString(string);  // the form without status does not assert on a warning
   EXPECT_EQ(string, nullptr);
 }
@@ -149,10 +146,7 @@ TEST_F(TransSpaceTest, ReleaseStringOfNullWarnsOnly) {
 TEST_F(TransSpaceTest, ReleaseStringFreesAndNullsThePointer) {
   space.add(TransString("t"), TransValue(TransString("text")));
   TransString* string = space.find(TransString("t")).asString();
-  TransStatus status = dirtyStatus();
-  TransSpace::releaseString(string, status);
-  EXPECT_EQ(string, nullptr);
-  EXPECT_EQ(flags(status), kNone);
+  expectReleased(TransSpace::releaseString, string, kNone);
 
   TransString* other = new TransString("x");
   TransSpace::releaseString(other);
@@ -161,17 +155,11 @@ TEST_F(TransSpaceTest, ReleaseStringFreesAndNullsThePointer) {
 
 TEST_F(TransSpaceTest, ReleaseStringListOfNullWarnsAndAValidOneIsFreed) {
   TransStringList* strings = nullptr;
-  TransStatus status = dirtyStatus();
-  TransSpace::releaseStringList(strings, status);
-  EXPECT_EQ(strings, nullptr);
-  EXPECT_EQ(flags(status), kWarning);
+  expectReleased(TransSpace::releaseStringList, strings, kWarning);
   TransSpace::releaseStringList(strings);
 
   strings = space.list();
-  status = dirtyStatus();
-  TransSpace::releaseStringList(strings, status);
-  EXPECT_EQ(strings, nullptr);
-  EXPECT_EQ(flags(status), kNone);
+  expectReleased(TransSpace::releaseStringList, strings, kNone);
 
   // TransValue's release frees what the space handed out too: the two are identical.
   strings = space.list();

@@ -111,19 +111,13 @@ TEST(TransValueTest, ConstructorsChooseTheKind) {
 // Edge case: releaseString with a null pointer, then with a valid one.
 TEST(TransValueTest, ReleaseStringOfNullWarnsOnly) {
   TransString* string = nullptr;
-  TransStatus status = dirtyStatus();
-  TransValue::releaseString(string, status);
-  EXPECT_EQ(string, nullptr);
-  EXPECT_EQ(flags(status), kWarning);
+  expectReleased(TransValue::releaseString, string, kWarning);
 }
 
 TEST(TransValueTest, ReleaseStringFreesAndNullsThePointer) {
   TransString* string = TransValue(TransString("x")).asString();
   ASSERT_NE(string, nullptr);
-  TransStatus status = dirtyStatus();
-  TransValue::releaseString(string, status);  // the sanitizer build checks that it is freed
-  EXPECT_EQ(string, nullptr);
-  EXPECT_EQ(flags(status), kNone);
+  expectReleased(TransValue::releaseString, string, kNone);  // the sanitizer build checks that it is freed
 
   TransString* other = new TransString("y");
   TransValue::releaseString(other);
@@ -134,19 +128,13 @@ TEST(TransValueTest, ReleaseStringFreesAndNullsThePointer) {
 
 TEST(TransValueTest, ReleaseStringListOfNullWarnsOnly) {
   TransStringList* list = nullptr;
-  TransStatus status = dirtyStatus();
-  TransValue::releaseStringList(list, status);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(flags(status), kWarning);
+  expectReleased(TransValue::releaseStringList, list, kWarning);
 }
 
 TEST(TransValueTest, ReleaseStringListFreesAndNullsThePointer) {
   TransStringList* list = TransValue().asStringList(kContext, kPath);
   ASSERT_NE(list, nullptr);
-  TransStatus status = dirtyStatus();
-  TransValue::releaseStringList(list, status);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(flags(status), kNone);
+  expectReleased(TransValue::releaseStringList, list, kNone);
 
   TransStringList* other = new TransStringList();
   TransValue::releaseStringList(other);

@@ -1,11 +1,13 @@
-// Helpers shared by the value tests: reading returned strings, owning them, death-test regexes
-// and a scoped numeric locale.
+// Helpers shared by the value tests: owning returned strings, reading them (see transtestsupport.h),
+// a scoped numeric locale and the check of the slots that do not apply to null, text and numbers.
 #pragma once
 
 #include "transstatus.h"
 #include "transstring.h"
 #include "transstringlist.h"
+#include "transtestsupport.h"
 #include "transvalue.h"
+#include "transvalueimpl.h"
 
 #include <clocale>
 #include <memory>
@@ -16,34 +18,16 @@
 namespace valuetest {
 
 // Every TransString* / TransStringList* a view returns is the caller's: these hand it back.
-struct StringRelease {
-  void operator()(TransString* string) const { TransValue::releaseString(string); }
-};
-struct ListRelease {
-  void operator()(TransStringList* strings) const { TransValue::releaseStringList(strings); }
-};
-using OwnedString = std::unique_ptr<TransString, StringRelease>;
-using OwnedList = std::unique_ptr<TransStringList, ListRelease>;
+using OwnedString = transtest::OwnedStringOf<TransValue>;
+using OwnedList = transtest::OwnedListOf<TransValue>;
 
-// The text of a string in the host's code page (UTF-8 in the stand-alone host).
-inline std::string text(TransString const& string) {
-  TransStatus local;
-  return string.asMBCS(local);
-}
+// From transtestsupport.h: text, escapeRegex, Flags and flags, kNone .. kBoth, dirtyStatus,
+// expectReleased and kNoNumber.
+using namespace transtest;
 
 inline std::u16string utf16(TransString const& string) {
   TransStatus local;
   return std::u16string(string.asUTF16(local));
-}
-
-// A POSIX extended regex that matches `literal` exactly (for assertion messages).
-inline std::string escapeRegex(std::string const& literal) {
-  std::string result;
-  for (char c : literal) {
-    if (std::string(".[]{}()*+?^$|\\").find(c) != std::string::npos) result += '\\';
-    result += c;
-  }
-  return result;
 }
 
 // Sets LC_NUMERIC for one test and restores "C" afterwards.
@@ -57,29 +41,42 @@ private:
   bool available_;
 };
 
-// Both flags of a status in one comparable value.
-struct Flags {
-  bool failure;
-  bool warning;
-  bool operator==(Flags const& other) const { return failure == other.failure && warning == other.warning; }
-};
-inline Flags flags(TransStatus const& status) { return Flags{status.failure(), status.warning()}; }
-inline std::ostream& operator<<(std::ostream& out, Flags const& f) {
-  return out << "{failure=" << f.failure << ", warning=" << f.warning << "}";
-}
-constexpr Flags kNone{false, false};
-constexpr Flags kWarning{false, true};
-constexpr Flags kFailure{true, false};
-constexpr Flags kBoth{true, true};
-
-// A status with both flags set, to show that an operation resets it.
-inline TransStatus dirtyStatus() {
+// Asks every XML and path slot of `impl` (not applicable to null, text and numbers; `context` and
+// `path` go to the slots that take them) and checks the placeholder and both flags. Each call starts
+// from a clean status, so the flags come from the slot itself.
+inline void expectNotApplicableXMLAndPathSlots(TransValueImpl const& impl, TransString const& context,
+                                               TransString const& path) {
   TransStatus status;
-  status.failure(true);
-  status.warning(true);
-  return status;
-}
+  OwnedString byPath(impl.asString(context, path, status));
+  ASSERT_NE(byPath, nullptr);
+  EXPECT_TRUE(byPath->empty());
+  EXPECT_EQ(flags(status), kBoth) << "asString(context, path)";
 
-constexpr double kNoNumber = -1.7976931348623157e308;
+  status = TransStatus();
+  OwnedList list(impl.asStringList(context, path, status));
+  ASSERT_NE(list, nullptr);
+  EXPECT_TRUE(list->empty());
+  EXPECT_EQ(flags(status), kBoth) << "asStringList";
+
+  status = TransStatus();
+  OwnedString mbcsXML(impl.asMBCSXML(status));
+  ASSERT_NE(mbcsXML, nullptr);
+  EXPECT_TRUE(mbcsXML->empty());
+  EXPECT_EQ(flags(status), kBoth) << "asMBCSXML";
+
+  status = TransStatus();
+  OwnedString utf16XML(impl.asUTF16XML(status));
+  ASSERT_NE(utf16XML, nullptr);
+  EXPECT_TRUE(utf16XML->empty());
+  EXPECT_EQ(flags(status), kBoth) << "asUTF16XML";
+
+  status = TransStatus();
+  EXPECT_EQ(impl.asDouble(context, path, status), kNoNumber);
+  EXPECT_EQ(flags(status), kBoth) << "asDouble(context, path)";
+
+  status = TransStatus();
+  EXPECT_EQ(impl.asXalanDocument(status), nullptr);
+  EXPECT_EQ(flags(status), kBoth) << "asXalanDocument";
+}
 
 }  // namespace valuetest

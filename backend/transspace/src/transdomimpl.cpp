@@ -63,6 +63,23 @@ void placeholder(TransStatus& status) {
   status.warning(true);
 }
 
+// The first step of the views of the whole document: the status reset. A value without a document
+// (addDictionary returned null) has no view to hand out: the placeholder flags, and false.
+bool hasDocument(DOMDocument const* document, TransStatus& status) {
+  status.reset();
+  if (document != nullptr) return true;
+  placeholder(status);
+  return false;
+}
+
+// query's check of one argument: empty, or blank once a copy is trimmed (the trim reports into
+// `status`, as it always has).
+bool blankArgument(TransString const& argument, TransStatus& status) {
+  if (argument.empty()) return true;
+  TransString trimmed(argument);
+  return trimmed.trim(status).empty();
+}
+
 unsigned short const* exported(XalanDOMString const& text) {
   return reinterpret_cast<unsigned short const*>(text.c_str());
 }
@@ -240,12 +257,7 @@ TransSourceTree const* TransDOMImpl::mirror() const {
 // ---- views of the whole document (Part 2.4) ----
 
 XalanDocument* TransDOMImpl::asXalanDocument(TransStatus& status) const {
-  status.reset();
-  // A value without a document (addDictionary returned null) has no view to hand out.
-  if (document_ == nullptr) {
-    placeholder(status);
-    return nullptr;
-  }
+  if (!hasDocument(document_, status)) return nullptr;
   return wrapper();
 }
 
@@ -263,20 +275,12 @@ TransString* TransDOMImpl::asString(TransStatus& status) const {
 }
 
 TransString* TransDOMImpl::asUTF16XML(TransStatus& status) const {
-  status.reset();
-  if (document_ == nullptr) {
-    placeholder(status);
-    return new TransString();
-  }
+  if (!hasDocument(document_, status)) return new TransString();
   return serialiseUTF16(status);
 }
 
 TransString* TransDOMImpl::asMBCSXML(TransStatus& status) const {
-  status.reset();
-  if (document_ == nullptr) {
-    placeholder(status);
-    return new TransString();
-  }
+  if (!hasDocument(document_, status)) return new TransString();
   return serialiseMBCS(status);
 }
 
@@ -394,21 +398,8 @@ void TransDOMImpl::renewEvaluator() const {
 // Steps 2 to 5 of the accessors. A null result with failure set when an argument is empty.
 TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString const& path,
                                          TransStatus& status) const {
-  if (context.empty()) {
-    status.failure(true);
-    return Result();
-  }
-  TransString trimmedContext(context);
-  if (trimmedContext.trim(status).empty()) {
-    status.failure(true);
-    return Result();
-  }
-  if (path.empty()) {
-    status.failure(true);
-    return Result();
-  }
-  TransString trimmedPath(path);
-  if (trimmedPath.trim(status).empty()) {
+  // The context first, then the path: each is trimmed (into the caller's status) only when not empty.
+  if (blankArgument(context, status) || blankArgument(path, status)) {
     status.failure(true);
     return Result();
   }

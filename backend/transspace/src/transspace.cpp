@@ -95,6 +95,15 @@ TransString trimmed(TransString const& name) {
   return copy;
 }
 
+// The first step of every operation on one name (a value's handle, an image group): the status
+// reset and the trimmed name. A name that trims to empty sets failure; the caller then gives up.
+TransString checkedName(TransString const& name, TransStatus& status) {
+  status.reset();
+  TransString checked(trimmed(name));
+  if (checked.empty()) status.failure(true);
+  return checked;
+}
+
 void setBoth(TransStatus& status, bool value) {
   status.failure(value);
   status.warning(value);
@@ -127,12 +136,8 @@ TransSpace::~TransSpace() {
 // ---- values (Part 3.1) ----
 
 bool TransSpace::add(TransString const& handle, TransValue const& value, TransStatus& status) {
-  status.reset();
-  TransString name(trimmed(handle));
-  if (name.empty()) {
-    status.failure(true);
-    return false;
-  }
+  TransString name(checkedName(handle, status));
+  if (name.empty()) return false;
   // Insert-if-absent: a name in use keeps its old value; there is no replacement.
   bool const inserted = data_->values_.emplace(std::move(name), value).second;
   setBoth(status, !inserted);
@@ -140,12 +145,8 @@ bool TransSpace::add(TransString const& handle, TransValue const& value, TransSt
 }
 
 TransValue const& TransSpace::find(TransString const& handle, TransStatus& status) const {
-  status.reset();
-  TransString const name(trimmed(handle));
-  if (name.empty()) {
-    status.failure(true);
-    return data_->null_;
-  }
+  TransString const name(checkedName(handle, status));
+  if (name.empty()) return data_->null_;
   Data::ValueMap::const_iterator const entry = data_->values_.find(name);
   if (entry == data_->values_.end()) {
     setBoth(status, true);
@@ -155,36 +156,24 @@ TransValue const& TransSpace::find(TransString const& handle, TransStatus& statu
 }
 
 bool TransSpace::exists(TransString const& handle, TransStatus& status) const {
-  status.reset();
-  TransString const name(trimmed(handle));
-  if (name.empty()) {
-    status.failure(true);
-    return false;
-  }
+  TransString const name(checkedName(handle, status));
+  if (name.empty()) return false;
   if (data_->values_.count(name) != 0) return true;
   status.warning(true);  // absent is an answer, not a failure
   return false;
 }
 
 bool TransSpace::remove(TransString const& handle, TransStatus& status) {
-  status.reset();
-  TransString const name(trimmed(handle));
-  if (name.empty()) {
-    status.failure(true);
-    return false;
-  }
+  TransString const name(checkedName(handle, status));
+  if (name.empty()) return false;
   bool const erased = data_->values_.erase(name) != 0;  // the image map is never touched here
   setBoth(status, !erased);
   return erased;
 }
 
 bool TransSpace::removeAll(TransString const& handle, TransStatus& status) {
-  status.reset();
-  TransString const name(trimmed(handle));
-  if (name.empty()) {
-    status.failure(true);
-    return false;
-  }
+  TransString const name(checkedName(handle, status));
+  if (name.empty()) return false;
   bool const erased = data_->values_.erase(name) != 0;
   data_->images_.erase(name);
   // Deliberately only the value decides: an erased image group alone still reports failure.
@@ -220,12 +209,8 @@ void TransSpace::releaseStringList(TransStringList*& strings, TransStatus& statu
 // ---- images (Part 3.2) ----
 
 bool TransSpace::addImage(TransString const& group, TransImage const& image, TransStatus& status) {
-  status.reset();
-  TransString name(trimmed(group));
-  if (name.empty()) {
-    status.failure(true);
-    return false;
-  }
+  TransString name(checkedName(group, status));
+  if (name.empty()) return false;
   // No duplicate check and no look at image.name: the image is appended as it is.
   Data::ImageMap::iterator const entry = data_->images_.find(name);
   if (entry != data_->images_.end()) {
