@@ -101,23 +101,43 @@ XalanDocument* TransSourceTree::document() const { return document_; }
 
 PrefixResolver const& TransSourceTree::prefixResolver() const { return *resolver_; }
 
+// A pre-order walk without recursion: a document may be deeper than the stack would allow
+// (the wrapper and Xalan's XPath walk such trees without recursion and answer). One slot per open
+// element, on the heap.
 bool TransSourceTree::mirrorChildren(DOMNode const& from, Element* parent) {
-  Slot slot;
-  slot.parent = parent;
-  for (DOMNode const* child = from.getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-    if (!mirrorNode(*child, slot)) return false;
+  std::vector<Slot> open(1);
+  open.back().parent = parent;
+  DOMNode const* node = from.getFirstChild();
+  while (node != nullptr) {
+    Element* element = nullptr;
+    if (!mirrorNode(*node, open.back(), element)) return false;
+    if (element != nullptr && node->getFirstChild() != nullptr) {
+      // Children come after the attributes in document order, as in the wrapper.
+      Slot inner;
+      inner.parent = element;
+      open.push_back(inner);
+      node = node->getFirstChild();
+      continue;
+    }
+    // The next sibling, or that of the nearest open ancestor that has one.
+    while (node->getNextSibling() == nullptr && open.size() > 1) {
+      open.pop_back();
+      node = node->getParentNode();
+    }
+    node = node->getNextSibling();
   }
   return true;
 }
 
-bool TransSourceTree::mirrorNode(DOMNode const& node, Slot& slot) {
+// Mirrors one node (not its children) and appends it to `slot`; `element` is set when it is an
+// element, whose children the caller mirrors next.
+bool TransSourceTree::mirrorNode(DOMNode const& node, Slot& slot, Element*& element) {
   switch (node.getNodeType()) {
     case DOMNode::ELEMENT_NODE: {
-      Element* element = mirrorElement(static_cast<DOMElement const&>(node), slot);
+      element = mirrorElement(static_cast<DOMElement const&>(node), slot);
       if (element == nullptr) return false;
       append(slot, element);
-      // Children come after the attributes in document order, as in the wrapper.
-      return mirrorChildren(node, element);
+      return true;
     }
     case DOMNode::TEXT_NODE:
     case DOMNode::COMMENT_NODE:

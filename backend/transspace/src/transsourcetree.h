@@ -86,7 +86,7 @@ private:
 
   TransSourceTree();
   bool mirrorChildren(XERCES_CPP_NAMESPACE::DOMNode const& from, Element* parent);
-  bool mirrorNode(XERCES_CPP_NAMESPACE::DOMNode const& node, Slot& slot);
+  bool mirrorNode(XERCES_CPP_NAMESPACE::DOMNode const& node, Slot& slot, Element*& element);
   Element* mirrorElement(XERCES_CPP_NAMESPACE::DOMElement const& element, Slot const& slot);
   bool mirrorAttributes(XERCES_CPP_NAMESPACE::DOMElement const& element, Element* owner, Attr** slots);
   XalanNode* mirrorCharacterData(XERCES_CPP_NAMESPACE::DOMNode const& node, Slot const& slot);
