@@ -71,6 +71,8 @@ TEST(CliProcess, HelpExitsZeroWithTheUsageOnStandardOutput) {
     EXPECT_EQ(o.out.rfind(usageStart, 0), 0u) << describe(o);
     EXPECT_TRUE(contains(o.out, "transspace query")) << describe(o);
     EXPECT_TRUE(contains(o.out, "Exit status")) << describe(o);
+    // main exits 2 when the answer cannot be written (AFailedWriteToStandardOutputIsAnError).
+    EXPECT_TRUE(contains(o.out, "standard output that cannot be\nwritten")) << describe(o);
     EXPECT_EQ(o.err, "") << describe(o);
   }
   Outcome const within = runCli({"query", "--help"});

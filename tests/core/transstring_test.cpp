@@ -460,6 +460,27 @@ TEST_F(TransStringTest, CopyIsDeep) {
   EXPECT_EQ(source.asMBCS(status), sourceBytes);
 }
 
+// ICU shares the heap buffer of a long UnicodeString between copies (reference counting) and
+// un-shares it on the next getTerminatedBuffer. A copy of the string must not take over the buffer
+// that an earlier asUTF16 pointed into: the source is not modified, so its pointer stays valid,
+// also after the copy is gone (Part 1.3: valid until the string is modified or destroyed).
+TEST_F(TransStringTest, CopyLeavesEarlierPointersOfTheSourceValid) {
+  char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";
+  TransString source(us(text));
+  TransStatus status;
+  UChar const* const before = source.asUTF16(status);
+  {
+    TransString const copy(source);
+    EXPECT_EQ(source.asUTF16(status), before);  // asked while the copy is alive
+    EXPECT_EQ(u16(copy.asUTF16(status)), icu::UnicodeString(text));
+    TransString assigned;
+    assigned = source;
+    EXPECT_EQ(source.asUTF16(status), before);
+  }
+  EXPECT_EQ(source.asUTF16(status), before);
+  EXPECT_EQ(u16(before), icu::UnicodeString(text));
+}
+
 TEST_F(TransStringTest, AssignmentCopiesTheText) {
   TransString source("abc");
   TransString target(us(u"xyz"));

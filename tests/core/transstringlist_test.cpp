@@ -321,6 +321,33 @@ TEST_F(TransStringListTest, CopyTakesTheElementsButNotTheCaches) {
   EXPECT_EQ(copy.size(), 3u);
 }
 
+// ICU shares the heap buffer of a long UnicodeString between copies (reference counting) and
+// un-shares it on the next getTerminatedBuffer. A copy of the list must not take over the buffers
+// that the source's UTF-16 array points into: copying is none of the events that end the
+// validity of the source's pointers (Part 1.4), and the source's cached array must keep pointing
+// at its own elements, also after the copy is gone.
+TEST_F(TransStringListTest, CopyLeavesThePointersOfTheSourceValid) {
+  char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";
+  TransStringList source = listOf({text, u"short"});
+  UChar const* const* array = source.asUTF16Array();
+  ASSERT_NE(array, nullptr);
+  UChar const* const first = array[0];
+  {
+    TransStringList const copy(source);
+    EXPECT_EQ(source.asUTF16(0), first);  // asked while the copy is alive
+    EXPECT_EQ(u16(copy.asUTF16(0)), icu::UnicodeString(text));
+    TransStringList assigned;
+    assigned = source;
+    EXPECT_EQ(u16(assigned.asUTF16Array()[0]), icu::UnicodeString(text));
+    EXPECT_EQ(source.asUTF16(0), first);
+  }
+  EXPECT_EQ(source.asUTF16(0), first);
+  UChar const* const* again = source.asUTF16Array();
+  ASSERT_NE(again, nullptr);
+  EXPECT_EQ(again[0], source.asUTF16(0));
+  EXPECT_EQ(u16(again[0]), icu::UnicodeString(text));
+}
+
 TEST_F(TransStringListTest, AssignmentAndSwap) {
   TransStringList a = listOf({u"a"});
   TransStringList b = listOf({u"b1", u"b2"});

@@ -194,6 +194,57 @@ TEST_F(PlacementTest, RemovedSectionElementsAreNotUsedAsAnchors) {
   EXPECT_EQ(results[0], results[1]);
 }
 
+// Section elements that reach the root other than through the section builders (the builder's own
+// insertAfterTag, or plain DOM calls) are anchors for the literal search, so the fast placement
+// must find them too.
+TEST_F(PlacementTest, SectionElementsAddedOutsideTheBuildersAreAnchorsToo) {
+  ZORB_DataSource ds = everySection();
+  using Scenario = std::function<void(TransDictionaryImpl&, DocumentPtr const&)>;
+  std::vector<std::pair<char const*, Scenario>> const scenarios = {
+      {"a variable appended by hand, then the weight",
+       [&ds](TransDictionaryImpl& t, DocumentPtr const& doc) {
+         rootOf(doc)->appendChild(doc->createElement(X::variable_s));
+         t.addWeightVariable(ds, rootOf(doc));
+         t.addVariables(ds, rootOf(doc));
+       }},
+      {"a variable placed with insertAfterTag after the builders' variables",
+       [&ds](TransDictionaryImpl& t, DocumentPtr const& doc) {
+         t.addVariables(ds, rootOf(doc));
+         t.insertAfterTag(rootOf(doc), doc->createElement(X::variable_s), X::variable_s);
+         t.addWeightVariable(ds, rootOf(doc));
+         t.addVariables(ds, rootOf(doc));
+       }},
+      {"a weightVariable appended by hand before the builder's one",
+       [&ds](TransDictionaryImpl& t, DocumentPtr const& doc) {
+         rootOf(doc)->appendChild(doc->createElement(X::weightVariable_s));
+         t.addWeightVariable(ds, rootOf(doc));  // goes in front of the one by hand
+         t.addValueLabelSet(ds.GetVariable(0), rootOf(doc));
+         t.addVariableSets(ds, rootOf(doc));
+       }},
+      {"value label sets and variable sets appended by hand",
+       [&ds](TransDictionaryImpl& t, DocumentPtr const& doc) {
+         rootOf(doc)->appendChild(doc->createElement(X::valueLabelSet_s));
+         rootOf(doc)->appendChild(doc->createElement(X::variableSet_s));
+         t.addMultipleResponseSets(ds, rootOf(doc));
+         t.addVariableSets(ds, rootOf(doc));
+         t.addValueLabelSet(ds.GetVariable(0), rootOf(doc));
+         t.addDatasourceAttributes(ds, rootOf(doc));
+       }},
+  };
+  for (auto const& scenario : scenarios) {
+    SCOPED_TRACE(scenario.first);
+    std::string results[2];
+    for (bool literal : {false, true}) {
+      TransDictionaryImpl builder;
+      builder.setLiteralPlacement(literal);
+      DocumentPtr doc = freshDocument(builder);
+      scenario.second(builder, doc);
+      results[literal] = serialize(doc.get());
+    }
+    EXPECT_EQ(results[0], results[1]);
+  }
+}
+
 TEST_F(PlacementTest, ValueLabelsKeepTheirOrderInALargeSet) {
   zorb::DataSourceBuilder b;
   zorb::VariableBuilder& v = b.addVariable("many");

@@ -262,6 +262,17 @@ TEST_F(SkeletonTest, InsertAfterTagSearchesAllDescendants) {
   xc::DOMElement* write = doc->createElement(X::variableWriteFormat_s);
   EXPECT_EQ(builder.insertAfterTag(variable, write, X::variableFormat_s), write);
   EXPECT_EQ(format->getNextSibling(), write);
+  // A match that is a grandchild of the parent: found by the deep search; its next sibling is
+  // null, so the child is appended to the parent (not put beside the grandchild).
+  xc::DOMElement* last = doc->createElement(X::variable_s);
+  root->appendChild(last);
+  xc::DOMElement* nested = doc->createElement(X::missingValue_s);
+  last->appendChild(nested);
+  xc::DOMElement* weight = doc->createElement(X::weightVariable_s);
+  EXPECT_EQ(builder.insertAfterTag(root, weight, X::missingValue_s), weight);
+  EXPECT_EQ(weight->getParentNode(), root);
+  EXPECT_EQ(root->getLastChild(), weight);
+  EXPECT_EQ(nested->getNextSibling(), nullptr);
 }
 
 }  // namespace

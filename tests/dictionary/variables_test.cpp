@@ -138,9 +138,11 @@ std::vector<std::pair<int, std::string>> const kFormatTable = {
 TEST_F(VariablesTest, EveryFormatCodeOfTheTableHasItsName) {
   ASSERT_EQ(kFormatTable.size(), 51u);
   zorb::DataSourceBuilder b;
-  for (auto const& entry : kFormatTable) {
-    // The write format takes the code's neighbour in the table, so both elements are exercised.
-    b.addVariable("f" + std::to_string(entry.first)).printFormat(entry.first, 7, 1).writeFormat(entry.first, 9, 3);
+  for (std::size_t i = 0; i < kFormatTable.size(); ++i) {
+    // The write format takes the code's neighbour in the table, so both elements are exercised and
+    // a print/write mix-up shows.
+    int next = kFormatTable[(i + 1) % kFormatTable.size()].first;
+    b.addVariable("f" + std::to_string(kFormatTable[i].first)).printFormat(kFormatTable[i].first, 7, 1).writeFormat(next, 9, 3);
   }
   DocumentPtr doc = buildDictionary(b.build());
   std::vector<xc::DOMElement*> vars = children(doc->getDocumentElement(), "variable");
@@ -148,7 +150,9 @@ TEST_F(VariablesTest, EveryFormatCodeOfTheTableHasItsName) {
   for (std::size_t i = 0; i < vars.size(); ++i) {
     SCOPED_TRACE(kFormatTable[i].second);
     EXPECT_EQ(attr(child(vars[i], "variableFormat"), "type"), kFormatTable[i].second);
-    EXPECT_EQ(attr(child(vars[i], "variableWriteFormat"), "type"), kFormatTable[i].second);
+    EXPECT_EQ(attr(child(vars[i], "variableFormat"), "width"), "7");
+    EXPECT_EQ(attr(child(vars[i], "variableFormat"), "decimals"), "1");
+    EXPECT_EQ(attr(child(vars[i], "variableWriteFormat"), "type"), kFormatTable[(i + 1) % kFormatTable.size()].second);
     EXPECT_EQ(attr(child(vars[i], "variableWriteFormat"), "width"), "9");
     EXPECT_EQ(attr(child(vars[i], "variableWriteFormat"), "decimals"), "3");
   }

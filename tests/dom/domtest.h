@@ -20,7 +20,7 @@
 
 namespace domtest {
 
-// The serializer's XML declaration (notes/xml-platform.md): what an empty document serialises to.
+// The LS serializer's XML declaration (with a space before '?>'): what an empty document serialises to.
 constexpr char const* xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>";
 
 // Every test runs with the library's defaults (locale "C", UTF-8 mode on) and inside a TransSpace,

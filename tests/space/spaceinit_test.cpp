@@ -2,8 +2,9 @@
 // the library's own count of Xalan's XPath initialisation, and the undoing of a construction that
 // throws.
 //
-// This program interposes on the four platform calls that the library makes across library
-// boundaries (through its PLT): it defines them itself (the target exports them, ENABLE_EXPORTS),
+// This program interposes on the six platform calls that the library makes across library
+// boundaries (through its PLT), the initialise and terminate of Xerces-C, of Xalan-C's XPath and of
+// its source tree: it defines them itself (the target exports them, ENABLE_EXPORTS),
 // records each call and forwards it to Xerces-C or Xalan-C, or throws when a test arms a fault.
 // It is a program of its own so that no other test sees the interposers.
 #include "spacetestsupport.h"
@@ -67,6 +68,22 @@ void XPathEvaluator::terminate() {
 }
 }  // namespace XALAN_CPP_NAMESPACE
 
+// Xalan's source-tree support is a member object of the space, so the library calls its complete-
+// object constructor and destructor. They are interposed by their mangled names (a definition of
+// the constructor itself would construct the members a second time).
+void interposedSourceTreeInit(void* self, XERCES_CPP_NAMESPACE::MemoryManager& manager) __asm__(
+    "_ZN11xalanc_1_1219XalanSourceTreeInitC1ERN11xercesc_3_213MemoryManagerE");
+void interposedSourceTreeTerm(void* self) __asm__("_ZN11xalanc_1_1219XalanSourceTreeInitD1Ev");
+
+void interposedSourceTreeInit(void* self, XERCES_CPP_NAMESPACE::MemoryManager& manager) {
+  record<void (*)(void*, XERCES_CPP_NAMESPACE::MemoryManager&)>(
+      "SourceTree init", "_ZN11xalanc_1_1219XalanSourceTreeInitC1ERN11xercesc_3_213MemoryManagerE")(self, manager);
+}
+
+void interposedSourceTreeTerm(void* self) {
+  record<void (*)(void*)>("SourceTree term", "_ZN11xalanc_1_1219XalanSourceTreeInitD1Ev")(self);
+}
+
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -82,10 +99,10 @@ protected:
 TEST_F(SpaceInitTest, ConstructionInitialisesInOrderAndDestructionTerminatesInReverse) {
   {
     TransSpace space;
-    EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize"}));
+    EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init"}));
     calls.clear();
   }
-  EXPECT_EQ(calls, (Calls{"XPath terminate", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"SourceTree term", "XPath terminate", "Xerces Terminate"}));
 }
 
 // Xerces counts nested calls itself, so each space calls it; Xalan's XPath does not, so only the
@@ -93,22 +110,24 @@ TEST_F(SpaceInitTest, ConstructionInitialisesInOrderAndDestructionTerminatesInRe
 TEST_F(SpaceInitTest, OverlappingSpacesInitialiseXPathOnce) {
   auto first = std::make_unique<TransSpace>();
   auto second = std::make_unique<TransSpace>();
-  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "Xerces Initialize"}));
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "Xerces Initialize",
+                          "SourceTree init"}));
   calls.clear();
   first.reset();
-  EXPECT_EQ(calls, (Calls{"Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"SourceTree term", "Xerces Terminate"}));
   calls.clear();
   second.reset();
-  EXPECT_EQ(calls, (Calls{"XPath terminate", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"SourceTree term", "XPath terminate", "Xerces Terminate"}));
 
   calls.clear();
   first = std::make_unique<TransSpace>();
   second = std::make_unique<TransSpace>();
   second.reset();
-  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "Xerces Initialize", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "Xerces Initialize",
+                          "SourceTree init", "SourceTree term", "Xerces Terminate"}));
   calls.clear();
   first.reset();
-  EXPECT_EQ(calls, (Calls{"XPath terminate", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"SourceTree term", "XPath terminate", "Xerces Terminate"}));
 }
 
 // A throwing step undoes the steps already done, in reverse, and the exception passes on.
@@ -123,7 +142,24 @@ TEST_F(SpaceInitTest, ThrowingXPathInitialisationTerminatesXercesAgain) {
     TransSpace space;
     EXPECT_TRUE(space.add(TransString("x"), TransValue(1.0)));
   }
-  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "XPath terminate", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "SourceTree term",
+                          "XPath terminate", "Xerces Terminate"}));
+}
+
+// The last platform step throws: XPath and Xerces are terminated again, in reverse order.
+TEST_F(SpaceInitTest, ThrowingSourceTreeInitialisationTerminatesXPathAndXerces) {
+  failingCall = "SourceTree init";
+  EXPECT_THROW(TransSpace(), std::runtime_error);
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "XPath terminate",
+                          "Xerces Terminate"}));
+
+  calls.clear();
+  {
+    TransSpace space;
+    EXPECT_TRUE(space.add(TransString("x"), TransValue(1.0)));
+  }
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "SourceTree term",
+                          "XPath terminate", "Xerces Terminate"}));
 }
 
 TEST_F(SpaceInitTest, ThrowingXercesInitialisationCallsNothingElse) {
@@ -144,7 +180,7 @@ TEST_F(SpaceInitTest, ThrowingConstructionBesideALiveSpace) {
   {
     TransSpace second;  // XPath is already up: not initialised again
   }
-  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "Xerces Terminate"}));
+  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "SourceTree init", "SourceTree term", "Xerces Terminate"}));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <memory>
+#include <new>
 #include <ostream>
 #include <string>
 
@@ -152,6 +153,11 @@ int run(Options const& options, std::ostream& out, std::ostream& err) {
     return options.command == Command::Dict ? runDict(options, value, out, err) : runQuery(options, value, out, err);
   } catch (InputError const& e) {
     err << "transspace: " << e.message << '\n';
+    return BadInput;
+  } catch (std::bad_alloc const&) {
+    // The reader's allocations are bounded by the file's size, but a large file may still need
+    // more memory than there is: a message and exit status 2, not an abort.
+    err << "transspace: " << options.file << ": not enough memory to read it\n";
     return BadInput;
   }
 }

@@ -94,7 +94,8 @@ std::string usageText() {
          "parsed in the C notation.\n"
          "Warnings of the file reader and the answer's status go to standard error.\n"
          "Exit status: 0 answered; 1 no result (the failure flag, or an empty answer);\n"
-         "2 bad usage, unreadable input or a malformed CONTEXT.\n";
+         "2 bad usage, unreadable input, a malformed CONTEXT, or standard output that cannot be\n"
+         "written (a full disk, a closed pipe).\n";
 }
 
 }  // namespace cli

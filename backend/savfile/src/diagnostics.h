@@ -9,6 +9,10 @@
 
 namespace savfile {
 
+// At most the first 64 bytes of a text from the file, for a message: a warning that names a text
+// may be given once per item of a long list, and must not copy a long text every time.
+std::string excerpt(std::string const& text);
+
 class Diagnostics {
 public:
   explicit Diagnostics(std::string fileName) : fileName_(std::move(fileName)) {}

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "binaryrecords.h"
@@ -113,7 +114,8 @@ void DictionaryDecoder::chooseEncoding() {
       diag_.warn(e->dataOffset, "unknown character encoding '" + name.substr(0, 40) + "'");
     }
   }
-  RawExtension const* info = single(3);
+  auto infos = extensions(3);  // (checkMachineRecords warns about a second one)
+  RawExtension const* info = infos.empty() ? nullptr : infos.front();
   if (from.empty() && info && info->elementSize == 4 && info->count == 8) {
     int code = raw_.order.i32(info->data.data() + 28);
     from = TextConverter::codePageName(code);
@@ -201,20 +203,36 @@ void DictionaryDecoder::applyLongNames() {
     for (auto const& pair : parseLongNames(e->data, e->dataOffset, diag_)) {
       int index = table_.byShortName(pair.first);
       if (index < 0) {
-        diag_.warn(e->dataOffset, "long name for unknown variable '" + text(pair.first) + "' is ignored");
+        diag_.warn(e->dataOffset, "long name for unknown variable '" + excerpt(text(pair.first)) + "' is ignored");
+        continue;
+      }
+      // Names have at most 64 bytes (PSPP ignores longer ones too). A longer one would be copied
+      // wherever the variable is named by its short name (set members), a few bytes of the file
+      // each time.
+      if (pair.second.size() > 64) {
+        diag_.warn(e->dataOffset, "long name '" + excerpt(text(pair.second)) + "' has more than 64 bytes: ignored");
         continue;
       }
       std::string name = text(pair.second);
       if (!name.empty()) table_.variables()[static_cast<std::size_t>(index)].name = name;
     }
   }
-  // The host needs unique names (ASCII case-insensitive): rename later duplicates.
+  // The host needs unique names (ASCII case-insensitive): rename later duplicates. The suffix
+  // tried first for a name is the one after the last that name got: the names in use only grow, so
+  // the smaller ones are still taken, and a file of n equal names costs n steps, not n*n/2.
   std::unordered_set<std::string> used;
+  std::unordered_map<std::string, int> nextSuffix;
   for (auto& v : table_.variables()) {
     std::string name = v.name;
-    for (int n = 2; !used.insert(VariableTable::upper(name)).second; ++n) name = v.name + "_" + std::to_string(n);
+    std::string key = VariableTable::upper(v.name);
+    if (!used.insert(key).second) {
+      int& next = nextSuffix.emplace(key, 2).first->second;
+      do {
+        name = v.name + "_" + std::to_string(next++);
+      } while (!used.insert(VariableTable::upper(name)).second);
+    }
     if (name != v.name) {
-      diag_.warn(raw_.variables[static_cast<std::size_t>(v.record)].offset, "duplicate variable name '" + v.name + "' renamed to '" + name + "'");
+      diag_.warn(raw_.variables[static_cast<std::size_t>(v.record)].offset, "duplicate variable name '" + excerpt(v.name) + "' renamed to '" + excerpt(name) + "'");
       v.name = name;
     }
   }
@@ -247,11 +265,11 @@ void DictionaryDecoder::addFormats(zorb::VariableBuilder& b, MergedVariable cons
   Format print, write;
   std::string problem;
   if (!decodeFormat(r.print, v.width, print, problem)) {
-    diag_.warn(r.offset + 12, "variable " + v.name + ": print " + problem + "; using " + formatTypeName(print.type) +
+    diag_.warn(r.offset + 12, "variable " + excerpt(v.name) + ": print " + problem + "; using " + formatTypeName(print.type) +
                                   std::to_string(print.width) + (v.width ? "" : "." + std::to_string(print.decimals)));
   }
   if (!decodeFormat(r.write, v.width, write, problem)) {
-    diag_.warn(r.offset + 16, "variable " + v.name + ": write " + problem + "; using " + formatTypeName(write.type) +
+    diag_.warn(r.offset + 16, "variable " + excerpt(v.name) + ": write " + problem + "; using " + formatTypeName(write.type) +
                                   std::to_string(write.width) + (v.width ? "" : "." + std::to_string(write.decimals)));
   }
   b.printFormat(print.type, print.width, print.decimals);
@@ -265,7 +283,7 @@ void DictionaryDecoder::addMissingValues(zorb::VariableBuilder& b, MergedVariabl
     return;
   }
   if (r.missingCode < 0) {
-    diag_.warn(r.offset + 8, "string variable " + v.name + " has a missing value range: ignored");
+    diag_.warn(r.offset + 8, "string variable " + excerpt(v.name) + " has a missing value range: ignored");
     return;
   }
   std::vector<std::string> values;
@@ -300,8 +318,18 @@ void DictionaryDecoder::addNumericMissing(zorb::VariableBuilder& b, RawVariable 
 // ---- value labels ----
 
 void DictionaryDecoder::addValueLabels() {
+  // One record's labels go to every variable it lists, and the model (like the dictionary, which
+  // has one valueLabelSet per variable) keeps a copy per variable: a record of L labels listing K
+  // variables costs L x K entries, quadratic in the file's size (a 156 KB file asked for 9 million,
+  // 1 GB). Real files need a few labels per variable; beyond this budget, which grows with the
+  // dictionary's size, variables get no labels from the record, with a warning.
+  std::uint64_t const budget = std::max<std::uint64_t>(std::uint64_t(1) << 22, 16 * raw_.dataOffset);
+  std::uint64_t given = 0;
   for (auto const& set : raw_.valueLabels) {
     std::vector<int> targets;
+    // A variable listed again gets the same labels again: skip it, or a record that lists one
+    // variable many times would cost labels x indices.
+    std::unordered_set<int> listed;
     bool stringLabels = false;
     for (std::size_t k = 0; k < set.indices.size(); ++k) {
       std::int32_t index = set.indices[k];
@@ -311,26 +339,42 @@ void DictionaryDecoder::addValueLabels() {
         diag_.warn(at, "value labels for dictionary index " + std::to_string(index) + ", which is no variable: ignored");
         continue;
       }
+      if (!listed.insert(var).second) continue;
       MergedVariable const& v = table_.variables()[static_cast<std::size_t>(var)];
       if (v.width > 8) {
-        diag_.warn(at, "value labels for long string variable " + v.name + " in a type 3 record: ignored");
+        diag_.warn(at, "value labels for long string variable " + excerpt(v.name) + " in a type 3 record: ignored");
         continue;
       }
       if (targets.empty()) stringLabels = v.width > 0;
       if ((v.width > 0) != stringLabels) {
-        diag_.warn(at, "value labels for numeric and string variables in one record: " + v.name + " ignored");
+        diag_.warn(at, "value labels for numeric and string variables in one record: " + excerpt(v.name) + " ignored");
         continue;
       }
       targets.push_back(var);
     }
+    std::size_t const within = set.labels.empty() ? targets.size()
+                                                  : static_cast<std::size_t>(std::min<std::uint64_t>(
+                                                        targets.size(), (budget - given) / set.labels.size()));
+    if (within < targets.size()) {
+      diag_.warn(set.offset, "value labels: " + std::to_string(targets.size() - within) + " of the " +
+                                 std::to_string(targets.size()) + " variables of this record get none, since the " +
+                                 "labels of all records would exceed " + std::to_string(budget) + " entries");
+      targets.resize(within);
+    }
+    given += targets.size() * set.labels.size();
+    if (targets.empty()) continue;
+    std::vector<std::string> texts;  // converted once for all the variables
+    texts.reserve(set.labels.size());
+    for (auto const& label : set.labels) texts.push_back(text(label.second));
     for (int var : targets) {
       MergedVariable const& v = table_.variables()[static_cast<std::size_t>(var)];
       zorb::VariableBuilder& b = builder_.variable(var);
-      for (auto const& label : set.labels) {
+      for (std::size_t i = 0; i < set.labels.size(); ++i) {
+        std::string const& value = set.labels[i].first;
         if (stringLabels) {
-          b.valueLabel(fit(label.first.substr(0, static_cast<std::size_t>(v.width)), v.width), text(label.second));
+          b.valueLabel(fit(value.substr(0, static_cast<std::size_t>(v.width)), v.width), texts[i]);
         } else {
-          b.valueLabel(number(label.first), text(label.second));
+          b.valueLabel(number(value), texts[i]);
         }
       }
     }
@@ -343,11 +387,11 @@ void DictionaryDecoder::addLongStringLabels() {
       int var = table_.byName(text(entry.variable));
       MergedVariable const* v = var >= 0 ? &table_.variables()[static_cast<std::size_t>(var)] : nullptr;
       if (!v || v->width == 0) {
-        diag_.warn(entry.offset, "long string value labels for '" + text(entry.variable) + "', which is no string variable: ignored");
+        diag_.warn(entry.offset, "long string value labels for '" + excerpt(text(entry.variable)) + "', which is no string variable: ignored");
         continue;
       }
       if (entry.width != v->width) {
-        diag_.warn(entry.offset, "long string value labels for " + v->name + " give width " + std::to_string(entry.width) +
+        diag_.warn(entry.offset, "long string value labels for " + excerpt(v->name) + " give width " + std::to_string(entry.width) +
                                      " instead of " + std::to_string(v->width) + ": ignored");
         continue;
       }
@@ -364,7 +408,7 @@ void DictionaryDecoder::addLongStringMissing() {
     int var = table_.byName(text(entry.variable));
     MergedVariable const* v = var >= 0 ? &table_.variables()[static_cast<std::size_t>(var)] : nullptr;
     if (!v || v->width == 0) {
-      diag_.warn(entry.offset, "long string missing values for '" + text(entry.variable) + "', which is no string variable: ignored");
+      diag_.warn(entry.offset, "long string missing values for '" + excerpt(text(entry.variable)) + "', which is no string variable: ignored");
       continue;
     }
     std::vector<std::string> values;
@@ -397,7 +441,7 @@ void DictionaryDecoder::addDisplayParameters() {
     std::uint64_t at = e->dataOffset + stride * i;
     RawDisplayParameter const& p = params[i];
     zorb::VariableBuilder& b = builder_.variable(var);
-    std::string const& name = table_.variables()[static_cast<std::size_t>(var)].name;
+    std::string const name = excerpt(table_.variables()[static_cast<std::size_t>(var)].name);
     if (p.measure >= 0 && p.measure <= 3) {
       b.measurementLevel(p.measure);
     } else {
@@ -423,7 +467,7 @@ void DictionaryDecoder::addVariableAttributes() {
     for (auto const& entry : parseVariableAttributes(e->data, e->dataOffset, diag_)) {
       int var = table_.byName(text(entry.variable));
       if (var < 0) {
-        diag_.warn(e->dataOffset, "attributes for unknown variable '" + text(entry.variable) + "' are ignored");
+        diag_.warn(e->dataOffset, "attributes for unknown variable '" + excerpt(text(entry.variable)) + "' are ignored");
         continue;
       }
       zorb::VariableBuilder& b = builder_.variable(var);
@@ -496,6 +540,7 @@ void DictionaryDecoder::addVariableSets() {
   RawExtension const* e = single(5);
   if (!e) return;
   for (auto const& set : parseVariableSets(e->data, e->dataOffset, diag_)) {
+    std::string const setName = text(set.name);
     std::vector<std::string> members;
     for (auto const& raw : set.members) {
       std::string name = text(raw);
@@ -506,10 +551,10 @@ void DictionaryDecoder::addVariableSets() {
       } else if (int var = table_.byShortName(raw); var >= 0) {
         members.push_back(table_.variables()[static_cast<std::size_t>(var)].name);
       } else {
-        diag_.warn(e->dataOffset, "variable set " + text(set.name) + " names unknown variable '" + name + "': left out");
+        diag_.warn(e->dataOffset, "variable set " + excerpt(setName) + " names unknown variable '" + excerpt(name) + "': left out");
       }
     }
-    builder_.variableSet(text(set.name), members);
+    builder_.variableSet(setName, members);
   }
 }
 
@@ -521,17 +566,17 @@ void DictionaryDecoder::addMrSets() {
       if (subtype == 7 && set.kind == 'E') {
         diag_.warn(set.offset, "multiple response set of type E in a subtype 7 record");
       }
+      std::string name = text(set.name), label = text(set.label);
       std::vector<std::string> members;
       for (auto const& shortName : set.variables) {
         int var = table_.byShortName(shortName);
         if (var < 0) {
-          diag_.warn(set.offset, "multiple response set " + text(set.name) + " names unknown variable '" +
-                                     text(shortName) + "': left out");
+          diag_.warn(set.offset, "multiple response set " + excerpt(name) + " names unknown variable '" +
+                                     excerpt(text(shortName)) + "': left out");
           continue;
         }
         members.push_back(table_.variables()[static_cast<std::size_t>(var)].name);
       }
-      std::string name = text(set.name), label = text(set.label);
       if (set.kind == 'C') {
         builder_.categorySet(name, label, members);
       } else {
@@ -546,11 +591,16 @@ void DictionaryDecoder::addMrSets() {
 // 2, 4 or 8 bytes are stored in the host's byte order, so that a big-endian file's record reads
 // the same as a little-endian file's; text (element size 1) is kept byte for byte.
 void DictionaryDecoder::addExtensions() {
-  std::map<int, RawExtension> bySubtype;
+  struct Record {
+    std::int32_t elementSize;
+    std::int64_t count;  // the sum of several int32 counts (element size 0 holds any count in no bytes)
+    std::string data;
+  };
+  std::map<int, Record> bySubtype;
   for (auto const& e : raw_.extensions) {
     auto it = bySubtype.find(e.subtype);
     if (it == bySubtype.end()) {
-      bySubtype.emplace(e.subtype, e);
+      bySubtype.emplace(e.subtype, Record{e.elementSize, e.count, e.data});
     } else if (e.subtype == 18 && e.elementSize == it->second.elementSize) {
       it->second.data += e.data;
       it->second.count += e.count;
@@ -561,12 +611,12 @@ void DictionaryDecoder::addExtensions() {
   std::memcpy(&firstByte, &probe, 1);
   bool swap = raw_.order.bigEndian() == (firstByte == 1);
   for (auto& [subtype, e] : bySubtype) {
-    std::string bytes = e.data;
+    std::string bytes = std::move(e.data);
     std::size_t size = static_cast<std::size_t>(e.elementSize);
     if (swap && (size == 2 || size == 4 || size == 8)) {
       for (std::size_t i = 0; i + size <= bytes.size(); i += size) std::reverse(bytes.begin() + static_cast<std::ptrdiff_t>(i), bytes.begin() + static_cast<std::ptrdiff_t>(i + size));
     }
-    builder_.extension(subtype, e.elementSize, static_cast<std::int64_t>(e.count), std::move(bytes));
+    builder_.extension(subtype, e.elementSize, e.count, std::move(bytes));
   }
 }
 

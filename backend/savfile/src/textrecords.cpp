@@ -62,7 +62,7 @@ std::vector<RawAttribute> attributeSet(TextScanner& in, char stop, Diagnostics& 
     std::uint64_t at = in.offset();
     std::string name = in.untilAny("(/\n");
     if (!in.accept('(')) {
-      diag.warn(at, "attribute '" + name + "' has no '(': the rest of the attribute set is ignored");
+      diag.warn(at, "attribute '" + excerpt(name) + "' has no '(': the rest of the attribute set is ignored");
       in.untilAny(stop == '/' ? "/" : "");
       return attributes;
     }
@@ -74,17 +74,17 @@ std::vector<RawAttribute> attributeSet(TextScanner& in, char stop, Diagnostics& 
         break;
       }
       std::uint64_t valueAt = in.offset();
-      if (!in.accept('\'')) diag.warn(valueAt, "attribute value of '" + attribute.first + "' does not begin with a quote");
+      if (!in.accept('\'')) diag.warn(valueAt, "attribute value of '" + excerpt(attribute.first) + "' does not begin with a quote");
       std::string value = in.until('\n');
       in.accept('\n');
       if (!value.empty() && value.back() == '\'') {
         value.pop_back();
       } else {
-        diag.warn(valueAt, "attribute value of '" + attribute.first + "' does not end with a quote");
+        diag.warn(valueAt, "attribute value of '" + excerpt(attribute.first) + "' does not end with a quote");
       }
       attribute.second.push_back(value);
     }
-    if (!closed) diag.warn(at, "attribute '" + attribute.first + "' has no closing ')'");
+    if (!closed) diag.warn(at, "attribute '" + excerpt(attribute.first) + "' has no closing ')'");
     if (attribute.first.empty()) {
       diag.warn(at, "attribute without a name is ignored");
     } else {

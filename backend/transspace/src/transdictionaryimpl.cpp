@@ -362,33 +362,48 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfter(DOMElement* paren
   return parent->insertBefore(child, anchor->getNextSibling());
 }
 
-// The node insertAfterTag's search would find, without walking the whole document: under the
-// tracked root, a section's last element is remembered; anywhere else (a variable, a value label
-// set: small elements) the subtree is walked from its end.
+// The node insertAfterTag's search would find, without walking the whole document on every
+// placement: under the tracked root, a section's last element is remembered; anywhere else (a
+// variable, a value label set: small elements) the subtree is walked from its end. The remembered
+// element is checked before use, so that section elements that reached the root some other way
+// (the public insertAfterTag, or plain DOM calls of the caller) are found as the literal search
+// finds them:
+// - nothing remembered: the root is searched (that happens once per section and builder call, and
+//   the answer is remembered), so an element that the builders did not place is still found;
+// - remembered, but no longer in the root: searched again;
+// - remembered, but followed by further elements of the same tag (insertAfterTag puts a new one
+//   right there): the remembered element moves forward over them; each element is passed at most
+//   once, so the whole build stays linear.
+// Only a section element that the caller puts elsewhere in the root, away from the section's end,
+// while an element of the section is remembered, escapes these checks.
 TransDictionaryImpl::DOMNode* TransDictionaryImpl::lastElementNamed(DOMElement* parent, XMLCh const* tag) {
   int section = sectionIndex(tag);
   if (parent != trackedRoot_ || section < 0) return lastDescendantNamed(parent, tag);
   DOMNode* last = lastOfSection_[section];
-  if (last != nullptr && last->getParentNode() != parent) {
-    // Someone took the remembered element out of the root: search once, and remember the answer.
+  if (last == nullptr || last->getParentNode() != parent) {
     last = lastDescendantNamed(parent, tag);
-    lastOfSection_[section] = last;
+  } else {
+    for (DOMNode* node = last->getNextSibling(); node != nullptr; node = node->getNextSibling()) {
+      if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+      if (!XMLString::equals(node->getNodeName(), tag)) break;
+      last = node;
+    }
   }
+  lastOfSection_[section] = last;
   return last;
 }
 
 // Keeps lastOfSection_ equal to the last element of each section under the tracked root. A section
-// whose chain starts with its own tag puts every new element after its last one, so the new element
-// is the last. The others (weightVariable; the root's attributeSet is never searched for) start
-// their chain with the preceding section and so put a second element in front of the first: the
-// new one is the last only when it is the only one.
+// whose chain starts with its own tag puts every new element after its last one (or, when it has
+// none, where the section begins), so the new element is the last. The others (weightVariable; the
+// root's attributeSet is never searched for) start their chain with the preceding section and so put
+// a second element in front of the first: what is remembered stays; when nothing is, the next
+// lookup searches the root.
 void TransDictionaryImpl::rememberSection(DOMElement* parent, DOMNode* child, XMLCh const* chainHead) {
   if (parent != trackedRoot_) return;
   int section = sectionIndex(child->getNodeName());
   if (section < 0) return;
-  if (lastOfSection_[section] == nullptr || XMLString::equals(chainHead, child->getNodeName())) {
-    lastOfSection_[section] = child;
-  }
+  if (XMLString::equals(chainHead, child->getNodeName())) lastOfSection_[section] = child;
 }
 
 void TransDictionaryImpl::forgetSections() {

@@ -95,8 +95,8 @@ double numberFrom(XalanDOMString const& text) {
   return TransUtil::UTF16toDouble(icu::UnicodeString(text.c_str(), static_cast<int32_t>(text.length())));
 }
 
-// XObject::num() on a boolean converts its string form ("true"/"false") and gives NaN
-// (notes/xml-platform.md); the string form is read instead.
+// XObject::num() on a boolean converts its string form ("true"/"false") and gives NaN in
+// Xalan 1.12; the string form is read instead.
 double booleanNumber(XObject const& result) {
   XalanDOMString const& text = result.str();
   return !text.empty() && text[0] == u't' ? 1.0 : 0.0;

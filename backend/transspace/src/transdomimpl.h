@@ -7,7 +7,7 @@
 //   the first asXalanDocument call (so every call returns the same pointer). Building it eagerly
 //   would cost ~10 s at 100,000 variables for a view most values never hand out.
 // - a TransSourceTree mirror, built at the first query, on which the queries run: evaluating them
-//   on the wrapper collapses on large documents (notes/performance.md, section 2). The mirror
+//   on the wrapper collapses on large documents (its node map hashes poorly). The mirror
 //   answers every query exactly as the wrapper would; a document it cannot reproduce exactly is
 //   queried through the wrapper, as is every query of a value switched to the wrapper path.
 //   Simple location paths (`variable[@name='v7']/@label`) are answered by a TransPathIndex over

@@ -3,7 +3,7 @@
 //
 // Why: the wrapper (XercesParserLiaison::createDocument) maps every Xerces attribute to its Xalan
 // node through a hash map whose hasher yields ~2,000 distinct values, so each attribute a predicate
-// touches costs a walk down a chain that grows with the document (see notes/performance.md).
+// touches costs a walk down a chain that grows with the document (0.3 queries/s at 100,000 variables).
 // Xalan's source tree links nodes directly and has no such map.
 //
 // The mirror is built from the DOM itself (never from re-parsed text) and every node reports

@@ -22,7 +22,9 @@ TransStringImpl::TransStringImpl(unsigned short const* utf16) {
 }
 
 TransStringImpl::TransStringImpl(TransStringImpl const& other)
-    : upper_(other.upper_), mixed_(other.mixed_), mbcs_(other.mbcs_) {}
+    : upper_(other.upper_), mixed_(TransUtil::unsharedCopy(other.mixed_)), mbcs_(other.mbcs_) {
+  mixed_.getTerminatedBuffer();  // NUL-terminated like its source (only the text was copied)
+}
 
 TransStringImpl::~TransStringImpl() = default;
 

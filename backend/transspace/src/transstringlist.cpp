@@ -11,7 +11,10 @@
 
 TransStringListImpl::TransStringListImpl() = default;
 
-TransStringListImpl::TransStringListImpl(TransStringListImpl const& other) : elements_(other.elements_) {}
+TransStringListImpl::TransStringListImpl(TransStringListImpl const& other) {
+  elements_.reserve(other.elements_.size());
+  for (icu::UnicodeString const& element : other.elements_) elements_.push_back(TransUtil::unsharedCopy(element));
+}
 
 TransStringListImpl::~TransStringListImpl() = default;
 

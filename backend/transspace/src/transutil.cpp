@@ -85,3 +85,8 @@ icu::Locale TransUtil::currentLocale(int category) {
   char const* name = std::setlocale(category, nullptr);
   return icu::Locale::createCanonical(name != nullptr ? name : "");
 }
+
+icu::UnicodeString TransUtil::unsharedCopy(icu::UnicodeString const& text) {
+  if (text.isBogus()) return text;
+  return icu::UnicodeString(text.getBuffer(), text.length());
+}

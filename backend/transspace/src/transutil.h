@@ -20,4 +20,8 @@ public:
   // ICU's canonical form of the C library's current locale name for a category (LC_CTYPE, ...),
   // read afresh on each call: the library follows the process's locale at the moment of a call.
   static icu::Locale currentLocale(int category);
+  // A copy with a buffer of its own. ICU's copy shares a long text's heap buffer (reference
+  // counting) and un-shares it at the next getTerminatedBuffer, which would move the source's text
+  // away from pointers it handed out before; the strings and lists copy with this instead.
+  static icu::UnicodeString unsharedCopy(icu::UnicodeString const& text);
 };
