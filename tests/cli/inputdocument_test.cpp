@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "inputdocument.h"
 #include "options.h"
+#include "savfilebuilder.h"
 #include "subprocess.h"
 
 namespace {
@@ -126,6 +127,19 @@ TEST(Run, EveryTruncationOfDemoSavIsACleanErrorOrAFullRead) {
       EXPECT_EQ(result.out, whole.out) << "length " << length;
     }
   }
+}
+
+// A label with control characters (a word processor's vertical tab) still gives a dictionary: the
+// reader puts blanks in their place and says so.
+TEST(Run, ALabelWithControlCharactersIsExported) {
+  TempDir dir;
+  savfiletest::SavFileBuilder b;
+  std::string const label = "line one\x0Bline two\x01";
+  b.numeric("x", &label);
+  RunResult const result = runInProcess(dictOf(dir.write("controls.sav", b.build())));
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.out.find("label=\"line one line two \""), std::string::npos) << result.out;
+  EXPECT_NE(result.err.find("control character(s) that XML cannot carry were replaced by blanks"), std::string::npos);
 }
 
 }  // namespace

@@ -78,6 +78,24 @@ TEST_P(Reader, VariablesWithLabelsFormatsAndContinuations) {
   EXPECT_EQ(ds.RowCount(), -1);
 }
 
+// XML 1.0 cannot carry most control characters, so a label holding them could not be exported:
+// they become blanks, with one warning; tab, line feed and carriage return stay.
+TEST_P(Reader, ControlCharactersUnfitForXmlBecomeBlanks) {
+  std::string label = std::string("first\x0Bsecond\x01") + "\tthird\nfourth";
+  b.numeric("X", &label);
+  auto r = readBytes(b.build());
+  EXPECT_STREQ(r.dataSource->GetVariable(0).GetLabel(), "first second \tthird\nfourth");
+  EXPECT_TRUE(warned(r, "2 control character(s) that XML cannot carry were replaced by blanks"));
+}
+
+TEST_P(Reader, TextWithoutControlCharactersGivesNoSuchWarning) {
+  std::string label = "plain\ttext";
+  b.numeric("X", &label);
+  auto r = readBytes(b.build());
+  EXPECT_STREQ(r.dataSource->GetVariable(0).GetLabel(), "plain\ttext");
+  EXPECT_FALSE(warned(r, "control character"));
+}
+
 TEST_P(Reader, MissingValuesOfEveryKind) {
   b.numeric("D", nullptr, 3, {1, 2, 3});
   b.numeric("R", nullptr, -2, {-DBL_MAX, -1});

@@ -61,6 +61,9 @@ void DictionaryDecoder::decode(ReadResult& result) {
   addVariableSets();
   addMrSets();
   addExtensions();
+  if (std::size_t replaced = converter_->unfitReplaced()) {
+    diag_.warn(0, std::to_string(replaced) + " control character(s) that XML cannot carry were replaced by blanks");
+  }
   result.dataSource = std::make_shared<ZORB_DataSource>();
   builder_.buildInto(*result.dataSource);
   fillInfo(result.info);

@@ -21,6 +21,10 @@ UConverter* open(std::string const& name) {
   return c;
 }
 
+// Code units that XML 1.0 cannot carry: C0 controls but tab, line feed and carriage return, and
+// the non-characters U+FFFE and U+FFFF. The dictionary is XML, so such a text could not be exported.
+bool unfitForXml(UChar c) { return (c < 0x20 && c != 0x09 && c != 0x0A && c != 0x0D) || c == 0xFFFE || c == 0xFFFF; }
+
 std::string printableAscii() {
   std::string s;
   for (char c = 0x20; c < 0x7f; ++c) s += c;
@@ -73,6 +77,14 @@ std::string TextConverter::convert(std::string const& text) const {
     }
     if (U_FAILURE(status)) return std::string();
     break;
+  }
+  // A blank stands for each such unit: it exists in every code page (a substitution character
+  // might itself be a control character, as 0x1A is in windows-1252).
+  for (int32_t i = 0; i < n16; ++i) {
+    if (unfitForXml(utf16[static_cast<std::size_t>(i)])) {
+      utf16[static_cast<std::size_t>(i)] = u' ';
+      ++unfitReplaced_;
+    }
   }
   std::string out(static_cast<std::size_t>(n16) * 3 + 16, '\0');
   for (int attempt = 0; attempt < 2; ++attempt) {

@@ -1,8 +1,11 @@
 // Converts text from the file's encoding into the host's multibyte code page with ICU. Lenient:
 // bytes that do not decode (for example a multibyte character that the writer cut at a field's
-// width) become substitution characters instead of failing the read.
+// width) become substitution characters instead of failing the read, and characters that XML 1.0
+// cannot carry (control characters such as the vertical tab that word processors put in labels)
+// become blanks, counted in unfitReplaced().
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -20,6 +23,8 @@ public:
 
   std::string convert(std::string const& text) const;
   std::string const& from() const { return from_; }
+  // How many characters unfit for XML the conversions so far replaced by blanks.
+  std::size_t unfitReplaced() const { return unfitReplaced_; }
   std::string const& to() const { return to_; }
 
   // Whether ICU can open a converter of that name.
@@ -38,6 +43,7 @@ private:
   // Printable ASCII reads the same in both encodings, so it needs no ICU call: that keeps a
   // dictionary of 100,000 ASCII names cheap.
   bool asciiPassesThrough_ = false;
+  mutable std::size_t unfitReplaced_ = 0;
 };
 
 }  // namespace savfile

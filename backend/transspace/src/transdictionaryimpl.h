@@ -63,9 +63,11 @@ public:
   // each section element after the last element found by getElementsByTagName on the root, which
   // walks the whole document for every element placed: quadratic in the number of variables. By
   // default the builders instead remember, for the root that createDocument made, the last element
-  // of each section they placed there and take it as the anchor: the same node that the search
-  // would find, as long as only the section builders add section elements to the root (the
-  // equivalence test in tests/dictionary proves identical documents). true selects the literal
+  // of each section they placed there and take it as the anchor (checked before use, see
+  // lastElementNamed in the .cpp): the same node that the search would find, also when section
+  // elements were added with insertAfterTag or appended at a section's end by the caller; only an
+  // element that the caller puts into the root away from its section's end can be missed (the
+  // equivalence tests in tests/dictionary prove identical documents). true selects the literal
   // search for every placement. insertAfterTag itself always searches literally.
   void setLiteralPlacement(bool literal) { literalPlacement_ = literal; }
   bool literalPlacement() const { return literalPlacement_; }
