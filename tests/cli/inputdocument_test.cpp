@@ -142,4 +142,9 @@ TEST(Run, ALabelWithControlCharactersIsExported) {
   EXPECT_NE(result.err.find("control character(s) that XML cannot carry were replaced by blanks"), std::string::npos);
 }
 
+TEST(Printable, ControlCharactersOfFileTextAreShownEscaped) {
+  EXPECT_EQ(cli::printable("a\x1B[31mred\x7F\tb"), "a\\x1B[31mred\\x7F\\x09b");
+  EXPECT_EQ(cli::printable("caf\xC3\xA9 near offset 0x1a4"), "caf\xC3\xA9 near offset 0x1a4");
+}
+
 }  // namespace

@@ -138,6 +138,11 @@ TEST(ParseOptions, UnknownOptions) {
   EXPECT_NE(usageErrorOf({"query", "--version", "f", "c", "p"}).find("--version"), std::string::npos);
 }
 
+TEST(ParseOptions, VersionTakesNoOperands) {
+  EXPECT_NE(usageErrorOf({"--version", "extra"}).find("--version takes no operands"), std::string::npos);
+  EXPECT_NE(usageErrorOf({"version", "--pretty"}).find("--version takes no operands"), std::string::npos);
+}
+
 TEST(ParseOptions, HelpAndVersion) {
   for (std::string const help : {"--help", "-h", "help"}) EXPECT_EQ(parseOptions({help}).command, Command::Help) << help;
   for (std::string const version : {"--version", "version"})

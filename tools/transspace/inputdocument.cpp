@@ -1,6 +1,7 @@
 #include "inputdocument.h"
 
 #include <cctype>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -80,10 +81,10 @@ TransValue loadXmlDocument(std::string const& path) {
 TransValue loadSystemFile(std::string const& path, std::ostream& warnings) {
   try {
     savfile::ReadResult result = savfile::readFile(path);
-    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << warning.text << '\n';
+    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << printable(warning.text) << '\n';
     return TransValue(*result.dataSource);
   } catch (savfile::ReadError const& e) {
-    throw InputError{e.what()};
+    throw InputError{printable(e.what())};
   }
 }
 
@@ -96,6 +97,22 @@ bool hasSystemFileName(std::string const& path) {
 }
 
 }  // namespace
+
+// Messages of the reader may quote the file's own bytes: control characters are shown as \xNN so
+// that a hostile file cannot drive the terminal.
+std::string printable(std::string const& text) {
+  std::string shown;
+  for (unsigned char c : text) {
+    if (c < 0x20 || c == 0x7F) {
+      char escape[5];
+      std::snprintf(escape, sizeof escape, "\\x%02X", c);
+      shown += escape;
+    } else {
+      shown += static_cast<char>(c);
+    }
+  }
+  return shown;
+}
 
 InputKind sniffInputKind(std::string const& path) {
   std::error_code ignored;

@@ -20,6 +20,10 @@ enum class InputKind { SystemFile, XmlDocument };
 // a name ending in .sav or .zsav. Throws InputError for a directory or a file that cannot be opened.
 InputKind sniffInputKind(std::string const& path);
 
+// The text with control characters shown as \xNN: messages of the reader may quote the file's
+// own bytes, and a hostile file must not drive the terminal.
+std::string printable(std::string const& text);
+
 // Reads the file into a value. The XML platform must be up (a TransSpace alive). Warnings of the
 // system-file reader go to `warnings`, one a line.
 TransValue loadDocument(std::string const& path, std::ostream& warnings);

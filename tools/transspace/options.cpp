@@ -54,7 +54,11 @@ Options parseOptions(std::vector<std::string> const& arguments) {
   Options options;
   if (arguments.empty()) throw UsageError{"a command is missing"};
   options.command = commandNamed(arguments[0]);
-  if (options.command == Command::Help || options.command == Command::Version) return options;
+  if (options.command == Command::Help) return options;  // help wins whatever follows
+  if (options.command == Command::Version) {
+    if (arguments.size() > 1) throw UsageError{"--version takes no operands"};
+    return options;
+  }
 
   std::vector<std::string> operands;
   bool optionsEnded = false;  // after "--", everything is an operand (an XPath may start with '-')
