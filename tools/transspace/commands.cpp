@@ -12,7 +12,6 @@
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/TransService.hpp>
 
 #include "inputdocument.h"
 #include "transspace.h"
@@ -37,17 +36,10 @@ struct ReleasedList {
   ~ReleasedList() { TransSpace::releaseStringList(list); }
 };
 
-std::string toUtf8(XMLCh const* text) {
-  if (text == nullptr) return std::string();
-  TranscodeToStr utf8(text, "UTF-8");
-  return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
-}
-
 // Re-serialises compact XML with indentation (the library's own serialisation has none).
 std::string indent(std::string const& xml) {
   XercesDOMParser parser;
-  parser.setDoNamespaces(false);
-  parser.setLoadExternalDTD(false);
+  configureParser(parser);
   MemBufInputSource input(reinterpret_cast<XMLByte const*>(xml.data()), xml.size(), "dictionary");
   parser.parse(input);
   DOMImplementation* ls = DOMImplementationRegistry::getDOMImplementation(u"LS");

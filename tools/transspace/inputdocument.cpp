@@ -26,12 +26,6 @@ namespace {
 
 using namespace XERCES_CPP_NAMESPACE;
 
-std::string toUtf8(XMLCh const* text) {
-  if (text == nullptr) return std::string();
-  TranscodeToStr utf8(text, "UTF-8");
-  return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
-}
-
 // Keeps the first error of the parse, with its line and column, for one clear message.
 class FirstErrorHandler : public HandlerBase {
 public:
@@ -54,11 +48,7 @@ private:
 
 TransValue loadXmlDocument(std::string const& path) {
   XercesDOMParser parser;
-  parser.setValidationScheme(XercesDOMParser::Val_Never);
-  // Without namespace processing elements keep bare names, as in the dictionary the library builds.
-  parser.setDoNamespaces(false);
-  parser.setLoadExternalDTD(false);
-  parser.setDisableDefaultEntityResolution(true);  // never fetch anything from outside
+  configureParser(parser);
   FirstErrorHandler handler;
   parser.setErrorHandler(&handler);
   try {
@@ -112,6 +102,19 @@ std::string printable(std::string const& text) {
     }
   }
   return shown;
+}
+
+void configureParser(XercesDOMParser& parser) {
+  parser.setValidationScheme(XercesDOMParser::Val_Never);
+  parser.setDoNamespaces(false);
+  parser.setLoadExternalDTD(false);
+  parser.setDisableDefaultEntityResolution(true);
+}
+
+std::string toUtf8(XMLCh const* text) {
+  if (text == nullptr) return std::string();
+  TranscodeToStr utf8(text, "UTF-8");
+  return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
 }
 
 InputKind sniffInputKind(std::string const& path) {

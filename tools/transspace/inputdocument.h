@@ -5,7 +5,13 @@
 #include <iosfwd>
 #include <string>
 
+#include <xercesc/util/XercesDefs.hpp>
+
 #include "transvalue.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class XercesDOMParser;
+XERCES_CPP_NAMESPACE_END
 
 namespace cli {
 
@@ -19,6 +25,13 @@ enum class InputKind { SystemFile, XmlDocument };
 // Decides by the first bytes: "$FL2" or "$FL3" (ASCII or EBCDIC) mean a system file, and so does
 // a name ending in .sav or .zsav. Throws InputError for a directory or a file that cannot be opened.
 InputKind sniffInputKind(std::string const& path);
+
+// Sets a parser up as the tool reads every XML text: no validation, no namespace processing (so
+// elements keep bare names, as in the dictionary the library builds), nothing fetched from outside.
+void configureParser(XERCES_CPP_NAMESPACE::XercesDOMParser& parser);
+
+// A Xerces text (message, name) in UTF-8; empty for null.
+std::string toUtf8(XMLCh const* text);
 
 // The text with control characters shown as \xNN: messages of the reader may quote the file's
 // own bytes, and a hostile file must not drive the terminal.

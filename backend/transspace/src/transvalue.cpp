@@ -24,7 +24,6 @@ TransValue::TransValue(double number) : impl_(new TransDoubleImpl(number)) {}
 TransValue::TransValue(XERCES_CPP_NAMESPACE::DOMDocument const* document) : impl_(new TransDOMImpl(document)) {}
 
 TransValue::TransValue(ZORB_DataSource const& dataSource) : impl_(new TransDOMImpl(dataSource)) {}
-// ---- end of document constructors ----
 
 TransValue::TransValue(TransValue const& other) : impl_(other.impl_->clone()) {}
 
