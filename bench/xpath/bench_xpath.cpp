@@ -1,12 +1,12 @@
-// Construction and queries of dictionary document values (Parts 2.4, 2.5).
+// Construction and queries of dictionary document values.
 //
-//   Construct/N             TransValue(ds): the dictionary document (Part 4.1), no Xalan view yet
+//   Construct/N             TransValue(ds): the dictionary document, no Xalan view yet
 //   ConstructAndQuery/N     the same plus a first query, which builds the source-tree mirror and
 //                           the index of the root's variables by name
 //   QueryFromRoot/N         context /dictionary, path variable[@name='vK']/@label, K random
 //   QueryFromVariable/N     context /dictionary/variable[@name='vK'], path @label
 //   TreeQuery.../N          the same forms by Xalan on the source-tree mirror, without the path index
-//   WrapperQueryFromRoot/N  the first query form on Part 2.5's literal road (the Xalan wrapper)
+//   WrapperQueryFromRoot/N  the first query form on the literal road (the Xalan wrapper)
 //   Wrap/N                  building the wrapper (asXalanDocument's first call)
 //
 // Targets (issue 5, 2-core CI machine): >= 300 queries/s at 10,000 variables; >= 25 queries/s and
@@ -172,7 +172,7 @@ BENCHMARK(Wrap)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecon
 
 }  // namespace
 
-// The value space keeps Xerces and Xalan initialised for the whole run (Part 3.1).
+// The value space keeps Xerces and Xalan initialised for the whole run.
 int main(int argc, char** argv) {
   TransSpace space;
   benchmark::Initialize(&argc, argv);

@@ -1,4 +1,4 @@
-// Shared helpers of the core tests (Parts 1.1-1.4).
+// Shared helpers of the core tests.
 #pragma once
 
 #include "zorb/platform.h"

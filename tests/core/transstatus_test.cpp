@@ -1,4 +1,4 @@
-// Tests of Part 1.1: TransStatus and TransStatusImpl.
+// TransStatus and TransStatusImpl.
 #include "transstatus.h"
 #include "transstatusimpl.h"
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-// Builds a status with the given flags, in the spec's brace order {warning, failure}.
+// Builds a status with the given flags, in brace-initialiser order {warning, failure}.
 TransStatus make(bool warning, bool failure) {
   TransStatus status;
   status.warning(warning);

@@ -1,4 +1,4 @@
-// Tests of Part 1.3: TransString and TransStringImpl.
+// TransString and TransStringImpl.
 #include "transstring.h"
 #include "transstringimpl.h"
 
@@ -21,7 +21,7 @@
 // ---- a seam for the assertion tests ----
 //
 // The forms without status, asMBCS() and asUTF16(), assert that their status overload reported no
-// failure. No operation of Part 1.3 ever sets failure, so through the public API the assertions
+// failure. No string operation ever sets failure, so through the public API the assertions
 // cannot fire. To check them truthfully against the real library (its compiled text, source file,
 // line and function name, not a copy of them in this test), this program interposes the two status
 // overloads: the library is built with default visibility for TransString and -fPIC, so its own
@@ -298,7 +298,7 @@ TEST_F(TransStringTest, TrimOfSpacesOnlyGivesAnEmptyTextWithAWarning) {
 }
 
 TEST_F(TransStringTest, TrimOfBytesThatDoNotConvertGivesAnEmptyTextWithAWarning) {
-  // In the Part's sense bytes "do not convert" when the conversion comes out empty (Part 1.2):
+  // Bytes "do not convert" when the conversion comes out empty:
   // with a valid code page ICU substitutes instead (see the next test), so a code page that cannot
   // be opened is used here.
   useCodePage("no-such-codepage");
@@ -463,7 +463,7 @@ TEST_F(TransStringTest, CopyIsDeep) {
 // ICU shares the heap buffer of a long UnicodeString between copies (reference counting) and
 // un-shares it on the next getTerminatedBuffer. A copy of the string must not take over the buffer
 // that an earlier asUTF16 pointed into: the source is not modified, so its pointer stays valid,
-// also after the copy is gone (Part 1.3: valid until the string is modified or destroyed).
+// also after the copy is gone.
 TEST_F(TransStringTest, CopyLeavesEarlierPointersOfTheSourceValid) {
   char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";
   TransString source(us(text));

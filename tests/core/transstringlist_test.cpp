@@ -1,4 +1,4 @@
-// Tests of Part 1.4: TransStringList and TransStringListImpl.
+// TransStringList and TransStringListImpl.
 #include "transstringlist.h"
 #include "transstringlistimpl.h"
 
@@ -222,7 +222,7 @@ TEST_F(TransStringListTest, SecondMbcsArrayCallReturnsNullWithoutAFlag) {
 
   status.failure(true);
   status.warning(true);
-  // Deliberate (Part 1.4): the cache is current, so the fill reports false and the call answers null.
+  // Deliberate: the cache is current, so the fill reports false and the call answers null.
   EXPECT_EQ(list.asMBCSArray(status), nullptr);
   expectNoFlag(status);
   EXPECT_EQ(list.asMBCSArray(), nullptr);
@@ -324,7 +324,7 @@ TEST_F(TransStringListTest, CopyTakesTheElementsButNotTheCaches) {
 // ICU shares the heap buffer of a long UnicodeString between copies (reference counting) and
 // un-shares it on the next getTerminatedBuffer. A copy of the list must not take over the buffers
 // that the source's UTF-16 array points into: copying is none of the events that end the
-// validity of the source's pointers (Part 1.4), and the source's cached array must keep pointing
+// validity of the source's pointers, and the source's cached array must keep pointing
 // at its own elements, also after the copy is gone.
 TEST_F(TransStringListTest, CopyLeavesThePointersOfTheSourceValid) {
   char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";

@@ -1,4 +1,4 @@
-// Tests of Part 1.2: TransUtil, the conversions between the host's code page and UTF-16 and the
+// TransUtil, the conversions between the host's code page and UTF-16 and the
 // parse of a UTF-16 number in the C library's numeric locale.
 #include "transutil.h"
 
@@ -81,7 +81,7 @@ TEST_F(TransUtilTest, Utf16SourceNeedNotBeTerminated) {
 
 TEST_F(TransUtilTest, InvalidUtf8IsSubstitutedNotAFailure) {
   // ICU's default to-Unicode callback substitutes U+FFFD for an illegal byte: only a failure code
-  // empties the result, and substitution is not one (Part 1.2, "Unconvertible input").
+  // empties the result, and substitution is not one.
   EXPECT_EQ(TransUtil::MBCStoUTF16("a\xFF" "b"), icu::UnicodeString(u"a\uFFFDb"));
 }
 

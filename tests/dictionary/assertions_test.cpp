@@ -1,4 +1,4 @@
-// The assertions of Parts 4.1-4.5: broken preconditions end the process with fixed texts.
+// The dictionary builder's assertions: broken preconditions end the process with fixed texts.
 #include "dictionarytestsupport.h"
 
 using namespace dicttest;

@@ -1,4 +1,4 @@
-// Part 4.5: weight variable, attributes and extension records.
+// Weight variable, attributes and extension records.
 #include "dictionarytestsupport.h"
 
 using namespace dicttest;

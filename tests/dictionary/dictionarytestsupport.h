@@ -1,4 +1,4 @@
-// Shared helpers of the dictionary export tests (Parts 4.1-4.5): Xerces start-up, serialisation with
+// Shared helpers of the dictionary export tests: Xerces start-up, serialisation with
 // the LS serializer, DOM navigation in UTF-8, a document owner, and the regular expression of an
 // assertion message for death tests.
 #pragma once

@@ -1,6 +1,6 @@
 // Golden files: the serialised dictionaries of three rich data sources, compared byte for byte with
-// the checked-in files under tests/data/dictionary/. The files were read line by line against Parts
-// 4.1-4.5 (see README.md beside them). To regenerate after an intended change, run this program with
+// the checked-in files under tests/data/dictionary/. The files were read line by line (see
+// README.md beside them). To regenerate after an intended change, run this program with
 // TRANSSPACE_UPDATE_GOLDEN=1 and review the difference before committing it.
 #include "dictionarytestsupport.h"
 #include "richdatasources.h"

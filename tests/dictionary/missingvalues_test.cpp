@@ -1,4 +1,4 @@
-// Part 4.3: missing values and value labels.
+// Missing values and value labels.
 #include "dictionarytestsupport.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// The placement convention of Part 4.1: the fixed order of the root's sections whatever the order of
+// The placement convention: the fixed order of the root's sections whatever the order of
 // the builders, and the proof that the linear placement gives the same document as the literal
 // getElementsByTagName search.
 #include "dictionarytestsupport.h"

@@ -1,4 +1,4 @@
-// Part 4.4: variable sets and multiple response sets.
+// Variable sets and multiple response sets.
 #include "dictionarytestsupport.h"
 
 using namespace dicttest;

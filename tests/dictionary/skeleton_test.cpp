@@ -1,4 +1,4 @@
-// Part 4.1: the vocabulary, the document skeleton, the root's attributes and insertAfterTag.
+// The vocabulary, the document skeleton, the root's attributes and insertAfterTag.
 #include "dictionarytestsupport.h"
 
 #include <algorithm>
@@ -80,8 +80,8 @@ TEST_F(SkeletonTest, DocumentPropertiesAndElementsWithoutNamespace) {
   EXPECT_EQ(doc->getDocumentElement()->getLocalName(), nullptr);  // made with plain createElement
 }
 
-// The DOM keeps attributes in its own order (Xerces sorts them by name), so the creation order of
-// Part 4.1 cannot be observed through the document; what can be checked is that exactly these six
+// The DOM keeps attributes in its own order (Xerces sorts them by name), so the creation order
+// cannot be observed through the document; what can be checked is that exactly these six
 // attributes exist and that the serializer writes them as the DOM lists them.
 TEST_F(SkeletonTest, RootHasExactlyTheSixAttributes) {
   zorb::DataSourceBuilder b;

@@ -1,4 +1,4 @@
-// Part 4.2: variables and formats.
+// Variables and formats.
 #include "dictionarytestsupport.h"
 
 #include <utility>
@@ -124,7 +124,7 @@ TEST_F(VariablesTest, PrintAndWriteFormatsAreSeparate) {
   EXPECT_EQ(attr(child(var, "variableWriteFormat"), "decimals"), "3");
 }
 
-// Part 4.2's whole table of format codes.
+// The whole table of format codes.
 std::vector<std::pair<int, std::string>> const kFormatTable = {
     {1, "A"},      {2, "AHEX"},  {3, "COMMA"}, {4, "DOLLAR"},   {5, "F"},     {6, "IB"},     {7, "IBHEX"},
     {8, "P"},      {9, "PIB"},   {10, "PK"},   {11, "RB"},      {12, "RBHEX"}, {15, "Z"},    {16, "N"},

@@ -1,4 +1,4 @@
-// Shared helpers of the document-value tests (Parts 2.4, 2.5): the platform, hand-built documents,
+// Shared helpers of the document-value tests: the platform, hand-built documents,
 // dictionary data sources from the host model, and readers of the library's texts.
 #pragma once
 
@@ -24,7 +24,7 @@ namespace domtest {
 constexpr char const* xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>";
 
 // Every test runs with the library's defaults (locale "C", UTF-8 mode on) and inside a TransSpace,
-// which keeps Xerces, Xalan's XPath and its source tree initialised (Part 3.1).
+// which keeps Xerces, Xalan's XPath and its source tree initialised.
 class DomTest : public ::testing::Test {
 protected:
   void SetUp() override;
@@ -45,7 +45,7 @@ using Document = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 //   element whose DOM level 1 name has a colon, and whitespace text.
 Document catalogueDocument();
 // The same shape as the dictionary's root, built by hand: namespace declarations set as ordinary
-// (DOM level 1) attributes, as Part 4.1 does.
+// (DOM level 1) attributes, as the dictionary builder does.
 Document plainDeclarationsDocument();
 // A root element preceded by a comment and a processing instruction, with a comment inside.
 Document documentWithOutsideNodes();

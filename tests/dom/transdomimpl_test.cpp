@@ -1,4 +1,4 @@
-// Part 2.4: XML document values — construction, copies, serialisation and the whole-value views,
+// XML document values — construction, copies, serialisation and the whole-value views,
 // on hand-built documents and on dictionary documents of the host model.
 #include "domtest.h"
 
@@ -38,7 +38,7 @@ TEST_F(DOMTest, DocumentWithoutRootHoldsAnEmptyDocument) {
   TransValue value(source.get());
   TransStatus status;
   TransString* text = value.asUTF16XML(status);
-  // The UTF-16 form carries the serializer's UTF-8 bytes two to a unit (Part 2.4, step 7); the
+  // The UTF-16 form carries the serializer's UTF-8 bytes two to a unit; the
   // declaration has an odd length, so its last byte is dropped.
   std::string const declaration(xmlDeclaration);
   EXPECT_EQ(unitsAsBytes(*text), declaration.substr(0, declaration.size() / 2 * 2));
@@ -187,7 +187,7 @@ TEST_F(DOMTest, MBCSTextIsTheSerializersBytesInUTF8Mode) {
   TransValue::releaseString(text);
 }
 
-// ---- a data source whose addDictionary returns null (Part 2.4, Left to the implementer) ----
+// ---- a data source whose addDictionary returns null ----
 
 TEST_F(DOMTest, ValueWithoutDocumentReportsFailureEverywhere) {
   std::unique_ptr<TransDOMImpl> value(TransDOMImpl::adopt(nullptr));
@@ -233,7 +233,7 @@ TEST_F(DOMTest, AdoptedDocumentIsOwnedAndQueried) {
   EXPECT_EQ(take(value->asString(ts("/catalogue"), ts("@name"), status)), "Cat");
 }
 
-// ---- the reachable assertion of Part 2.4 ----
+// ---- the reachable assertion of the document value ----
 
 TEST_F(DOMTest, MBCSXMLAssertsWhenTheCodePageNameDoesNotConvert) {
 #ifdef TRANSSPACE_SANITIZED

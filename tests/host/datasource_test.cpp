@@ -1,4 +1,4 @@
-// The model's operations as the library calls them (Parts 4.1-4.5), on data sources made with the builder.
+// The model's operations as the library calls them, on data sources made with the builder.
 #include "zorb/datasource.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Part 3.2: the image store of a TransSpace, with its deliberate asymmetries: group names ignore
+// The image store of a TransSpace, with its deliberate asymmetries: group names ignore
 // letter case, image names are compared byte for byte (strcmp) on trimmed MBCS copies.
 #include "spacetestsupport.h"
 #include "transimage.h"
@@ -208,7 +208,7 @@ TEST_F(ImageStoreTest, ImagesAreApartFromValues) {
   EXPECT_TRUE(exists("G", "A", status));
 }
 
-// ---- the failure table of Part 3.2, row by row ----
+// ---- the failure table of the image store, row by row ----
 
 TEST_F(ImageStoreTest, Table_AddImage) {
   TransStatus status = dirtyStatus();

@@ -1,11 +1,11 @@
-// Part 3.1, State and lifecycle: a space brings the XML platform (Xerces-C, Xalan-C XPath and
+// A space brings the XML platform (Xerces-C, Xalan-C XPath and
 // source tree) up for as long as it lives; several spaces may live one after another or at once.
 //
 // Xalan's XPathEvaluator::initialize does not count nested calls: without the library's own count
 // a second space's destructor would terminate XPath under the first (and crash on the second
 // terminate). These tests therefore evaluate XPath directly through Xerces-C and Xalan-C after
 // each step, which needs every platform service up. (Evaluating the library's XML document values
-// is tested at the end, through TransValue's document constructor and Part 2.5's queries.)
+// is tested at the end, through TransValue's document constructor and its queries.)
 #include "spacetestsupport.h"
 #include "transspace.h"
 
@@ -152,7 +152,7 @@ TEST(TransSpaceLifecycleTest, DestructorReleasesEverything) {
 char const kXML[] = "<a><b>hello</b><b>world</b></a>";
 
 // A document value made from a parsed document; the parser (and its document) is gone on return,
-// so the value holds its own deep copy (Part 2.4).
+// so the value holds its own deep copy.
 TransValue documentValue(char const* xml) {
   using namespace XERCES_CPP_NAMESPACE;
   XercesDOMParser parser;
@@ -173,7 +173,7 @@ void expectDocumentValueWorks(TransSpace& space, char const* name) {
   EXPECT_EQ(flags(status), kNone);
   OwnedList texts(found.asStringList(TransString("/a"), TransString("b/text()"), status));
   EXPECT_EQ(names(*texts), (std::vector<std::string>{"hello", "world"}));
-  OwnedString xml(found.asMBCSXML());  // asUTF16XML packs the UTF-8 bytes into units (Part 2.4)
+  OwnedString xml(found.asMBCSXML());  // asUTF16XML packs the UTF-8 bytes into units
   EXPECT_NE(text(*xml).find("<b>hello</b><b>world</b>"), std::string::npos) << text(*xml);
 }
 

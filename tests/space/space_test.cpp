@@ -1,4 +1,4 @@
-// Part 3.1: the named value space: add, find, exists, remove, removeAll, list and the releases,
+// The named value space: add, find, exists, remove, removeAll, list and the releases,
 // their flags (the failure table row by row) and the assertions of the forms without status.
 #include "spacetestsupport.h"
 #include "transspace.h"
@@ -195,7 +195,7 @@ TEST_F(TransSpaceTest, RemoveThenAddReplaces) {
   EXPECT_EQ(names(*list), std::vector<std::string>{"R"});
 }
 
-// ---- the failure table of Part 3.1, row by row; each call starts from a dirty status ----
+// ---- the failure table of the value space, row by row; each call starts from a dirty status ----
 
 TEST_F(TransSpaceTest, Table_Add) {
   TransStatus status = dirtyStatus();

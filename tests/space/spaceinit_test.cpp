@@ -1,4 +1,4 @@
-// Part 3.1, State and lifecycle: the order of the platform calls of construction and destruction,
+// The order of the platform calls of construction and destruction,
 // the library's own count of Xalan's XPath initialisation, and the undoing of a construction that
 // throws.
 //

@@ -1,4 +1,4 @@
-// Part 2.2: null and text values (TransNullImpl, TransTextImpl), directly and through TransValue.
+// Null and text values (TransNullImpl, TransTextImpl), directly and through TransValue.
 #include "transnullimpl.h"
 #include "transtextimpl.h"
 #include "transvalue.h"
@@ -98,7 +98,7 @@ TEST(TransTextImplTest, TextOfTheNoNumberValueIsReportedAsFailure) {
   EXPECT_EQ(flags(status), kBoth);
 }
 
-// The parse follows the C library's numeric locale (Part 1.2).
+// The parse follows the C library's numeric locale.
 TEST(TransTextImplTest, ParseFollowsTheNumericLocale) {
   NumericLocale locale("de_DE.UTF-8");
   ASSERT_TRUE(locale.available());

@@ -1,4 +1,4 @@
-// Part 2.3: numeric values (TransDoubleImpl, TransIntegerImpl) and their formatting with the
+// Numeric values (TransDoubleImpl, TransIntegerImpl) and their formatting with the
 // decimal pattern "#0.###".
 #include "transdoubleimpl.h"
 #include "transintegerimpl.h"

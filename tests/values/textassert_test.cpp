@@ -1,4 +1,4 @@
-// Part 2.2: the assertion of TransTextImpl::asDouble, with its text, function, file and line.
+// The assertion of TransTextImpl::asDouble, with its text, function, file and line.
 //
 // TransString::asUTF16 never reports failure, so the assertion cannot fire through the library's
 // own behaviour. This program defines TransString::asUTF16(TransStatus&) itself: the library calls

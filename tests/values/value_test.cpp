@@ -1,4 +1,4 @@
-// Part 2.1: the value handle TransValue and the contract every implementation keeps.
+// The value handle TransValue and the contract every implementation keeps.
 #include "transspace.h"
 #include "transutil.h"
 #include "transvalue.h"
@@ -104,7 +104,7 @@ TEST(TransValueTest, ConstructorsChooseTheKind) {
   EXPECT_EQ(flags(status), kNone);  // text
 
   OwnedString number(TransValue(2.5).asString(status));
-  EXPECT_EQ(text(*number), "2.5");  // double, formatted (Part 2.3) in the "C" locale
+  EXPECT_EQ(text(*number), "2.5");  // double, formatted in the "C" locale
   EXPECT_EQ(flags(status), kNone);
 }
 

@@ -1,8 +1,8 @@
-// The fast road against the Part's literal road: every query of a broad set (every result type of
-// Part 2.5's table, node sets of 0, 1 and many nodes, booleans, numbers, strings, malformed and
+// The fast road against the literal road: every query of a broad set (every result type of
+// the answer table, node sets of 0, 1 and many nodes, booleans, numbers, strings, malformed and
 // failing expressions, namespace prefixes, text nodes, comments, processing instructions,
 // attributes, element values, every axis) is asked through the source-tree mirror and through
-// the Xalan wrapper of Part 2.4 with a resolver per query, on hand-built and dictionary documents,
+// the Xalan wrapper with a resolver per query, on hand-built and dictionary documents,
 // and the answers and flags of all three accessors must be identical.
 #include "domtest.h"
 

@@ -1,6 +1,6 @@
-// Part 2.5: XPath queries — the edge cases of the Part, the answer table by result type and the
+// XPath queries — the edge cases, the answer table by result type and the
 // flag rules, on hand-built documents and on dictionary documents. Every test runs twice: on the
-// source-tree mirror (the default road) and on the Part's literal wrapper road.
+// source-tree mirror (the default road) and on the literal wrapper road.
 #include "domtest.h"
 
 #include "transdomimpl.h"
@@ -64,7 +64,7 @@ double askNumber(TransDOMImpl const& value, std::string const& context, std::str
   return value.asDouble(ts(context), ts(path), status);
 }
 
-// ---- the Part's edge cases ----
+// ---- edge cases ----
 
 TEST_P(XPathQueryTest, RowCountOfTheDictionaryRootWithoutWarning) {
   auto value = dictionary();

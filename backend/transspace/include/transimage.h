@@ -1,4 +1,4 @@
-// TransImage (Part 3.2): a plain record that the space files under a group name and an image name.
+// TransImage: a plain record that the space files under a group name and an image name.
 // The space reads only `name`; `data`, `text` and `number` are the host's and merely carried.
 #pragma once
 

@@ -1,4 +1,4 @@
-// TransSpace (Parts 3.1, 3.2): the named value space. It maps case-insensitive, trimmed names to
+// TransSpace: the named value space. It maps case-insensitive, trimmed names to
 // values, keeps image records under a group name and an image name, and keeps the XML platform
 // (Xerces-C, Xalan-C XPath and source tree) initialised for as long as it lives.
 #pragma once
@@ -38,7 +38,7 @@ public:
   static void releaseStringList(TransStringList*& strings, TransStatus& status);
   static void releaseStringList(TransStringList*& strings);
 
-  // Image store (Part 3.2): group names ignore letter case, image names do not.
+  // Image store: group names ignore letter case, image names do not.
   bool addImage(TransString const& group, TransImage const& image, TransStatus& status);
   // The reference stays valid until the group's images next change.
   TransImage const& findImage(TransString const& group, TransString const& name, TransStatus& status) const;

@@ -1,4 +1,4 @@
-// TransStatus (Part 1.1): the outcome record that every fallible operation fills.
+// TransStatus: the outcome record that every fallible operation fills.
 #pragma once
 
 #include "transexport.h"

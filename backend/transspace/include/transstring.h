@@ -1,4 +1,4 @@
-// TransString (Part 1.3): one text readable as multibyte bytes in the host's code page or as
+// TransString: one text readable as multibyte bytes in the host's code page or as
 // NUL-terminated UTF-16, converted lazily and cached; ordered without regard to letter case.
 #pragma once
 

@@ -1,4 +1,4 @@
-// TransStringList (Part 1.4): an append-only list of texts, read by index or as pointer arrays in
+// TransStringList: an append-only list of texts, read by index or as pointer arrays in
 // UTF-16 or in the host's multibyte code page.
 #pragma once
 
@@ -29,7 +29,7 @@ public:
   char const* asMBCS(unsigned long index) const;
   UChar const* const* asUTF16Array(TransStatus& status) const;
   UChar const* const* asUTF16Array() const;
-  // A second call on an unchanged list returns null with no flag (Part 1.4, deliberate): keep the
+  // A second call on an unchanged list returns null with no flag: keep the
   // pointer of the first call.
   char const* const* asMBCSArray(TransStatus& status) const;
   char const* const* asMBCSArray() const;

@@ -1,4 +1,4 @@
-// TransValue (Part 2.1): the handle of one value (null, text, double or XML document) with its
+// TransValue: the handle of one value (null, text, double or XML document) with its
 // views: text, list of texts, XML text, number, Xalan document, and XPath queries (context, path).
 #pragma once
 

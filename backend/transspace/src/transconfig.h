@@ -1,5 +1,5 @@
-// Included first by every unit of the library: the spec's assertions are part of its behaviour
-// and must be compiled in whatever the build type.
+// Included first by every unit of the library: assertions are part of the library's contract
+// (their texts are fixed) and must be compiled in whatever the build type.
 #pragma once
 
 #ifdef NDEBUG

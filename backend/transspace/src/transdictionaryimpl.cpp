@@ -72,8 +72,8 @@ struct TransDictionaryImpl::Attribute {
 
 namespace {
 
-// Names of the host's codes (Part 4.2). The assertions are written `! "..."` with a space so that
-// their stringified text is exactly the one the spec fixes.
+// Names of the host's codes. The assertions are written `! "..."` with a space so that
+// their stringified text is exactly the library's fixed text.
 XMLCh const* formatTypeName(int type) {
   // Negative codes are compared as unsigned, so they fall into the default like every other gap.
   switch (static_cast<unsigned int>(type)) {
@@ -157,7 +157,7 @@ XMLCh const* measurementLevelName(int code) {
   return nullptr;
 }
 
-// Part 4.3's range ends are recognised bit for bit, so that the most negative finite double (which
+// The range ends "lowest" and "highest" are recognised bit for bit, so that the most negative finite double (which
 // is not "lowest") and values that merely compare equal are formatted as numbers.
 constexpr std::uint64_t kLowestBits = 0xFFEFFFFFFFFFFFFEull;
 constexpr std::uint64_t kHighestBits = 0x7FEFFFFFFFFFFFFFull;
@@ -168,7 +168,7 @@ std::uint64_t bitsOf(double value) {
   return bits;
 }
 
-// A string value as Part 4.3 writes it: everything from its first blank on is dropped.
+// A string value as the dictionary writes it: everything from its first blank on is dropped.
 std::string cutAtFirstBlank(std::string text) {
   std::string::size_type blank = text.find(' ');
   if (blank != std::string::npos) text.erase(blank);
@@ -212,7 +212,7 @@ TransDictionaryImpl::DOMNode* lastDescendantNamed(TransDictionaryImpl::DOMNode* 
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
-// Construction and the document skeleton (Part 4.1)
+// Construction and the document skeleton
 // ---------------------------------------------------------------------------------------------
 
 TransDictionaryImpl::TransDictionaryImpl() : document_(nullptr) {}
@@ -236,7 +236,7 @@ bool TransDictionaryImpl::createDocument() {
     trackedRoot_ = root;
     return true;
   } catch (...) {
-    // Whatever went wrong, a document already created is abandoned, not released (Part 4.1).
+    // Whatever went wrong, a document already created is abandoned, not released.
     document_ = nullptr;
     forgetSections();
     return false;
@@ -288,7 +288,7 @@ TransDictionaryImpl::DOMDocument* TransDictionaryImpl::addDictionary(ZORB_DataSo
 }
 
 // ---------------------------------------------------------------------------------------------
-// Element creation, attribute text and placement (the conventions of Part 4.1)
+// Element creation, attribute text and placement
 // ---------------------------------------------------------------------------------------------
 
 TransDictionaryImpl::DOMElement* TransDictionaryImpl::createElementWith(XMLCh const* tag,
@@ -308,8 +308,8 @@ void TransDictionaryImpl::writeAttribute(DOMElement* element, Attribute const& a
       return;
     case Attribute::Kind::Integer:
     case Attribute::Kind::Number: {
-      // Each number gets a fresh status: the conversions reset it before they start (Part 2.3), so
-      // one status per element, as the Parts describe it, leaves out exactly the same attributes.
+      // Each number gets a fresh status: the conversions reset it before they start, so
+      // one status per element leaves out exactly the same attributes.
       TransStatus status;
       TransString* text = attribute.kind == Attribute::Kind::Integer
                               ? TransIntegerImpl(attribute.integerValue).asString(status)
@@ -357,7 +357,7 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::placeAfterFirstOf(DOMElement*
   return placed;
 }
 
-// insertAfterTag's step 4 with the anchor already known.
+// insertAfterTag's insertion, with the anchor already known.
 TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfter(DOMElement* parent, DOMNode* child, DOMNode* anchor) {
   return parent->insertBefore(child, anchor->getNextSibling());
 }
@@ -412,14 +412,14 @@ void TransDictionaryImpl::forgetSections() {
 }
 
 // ---------------------------------------------------------------------------------------------
-// Variables and formats (Part 4.2)
+// Variables and formats
 // ---------------------------------------------------------------------------------------------
 
 unsigned int TransDictionaryImpl::addVariables(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
   unsigned int i = 0;
-  // The column count is asked before every variable and compared as unsigned (Part 4.2).
+  // The column count is asked before every variable and compared as unsigned.
   for (; i < static_cast<unsigned int>(ds.ColumnCount()); ++i) {
     ZORB_Variable const& var = ds.GetVariable(static_cast<int>(i));
     DOMElement* element = createElementWith(
@@ -473,7 +473,7 @@ bool TransDictionaryImpl::setFormatAttributes(DOMElement* element, int type, int
 }
 
 // ---------------------------------------------------------------------------------------------
-// Missing values and value labels (Part 4.3)
+// Missing values and value labels
 // ---------------------------------------------------------------------------------------------
 
 int TransDictionaryImpl::addMissingValues(ZORB_Variable const& var, DOMElement* domvar) {
@@ -541,7 +541,7 @@ unsigned int TransDictionaryImpl::addValueLabelSet(ZORB_Variable const& var, DOM
   } else {
     double value = 0.0;
     while (labels.GetNextPair(value, labelText)) {
-      // Lowest and highest get no special words here (Part 4.3).
+      // Lowest and highest get no special words here.
       placeLabel(createElementWith(X::valueLabel_s, {Attribute::number(X::value_s, value),
                                                      Attribute::text(X::label_s, labelText)}));
     }
@@ -561,7 +561,7 @@ unsigned int TransDictionaryImpl::addValueLabelSet(ZORB_Variable const& var, DOM
 }
 
 // ---------------------------------------------------------------------------------------------
-// Variable sets and multiple response sets (Part 4.4)
+// Variable sets and multiple response sets
 // ---------------------------------------------------------------------------------------------
 
 unsigned int TransDictionaryImpl::addVariableSets(ZORB_DataSource const& ds, DOMElement* domdict) {
@@ -606,7 +606,7 @@ unsigned int TransDictionaryImpl::addVariableSet(VariableSet const& set, ZORB_Da
   assert(document_);
   std::string name = set.GetName(VariableSet::AsStored);
   DOMElement* element = createElementWith(X::variableSet_s, {Attribute::text(X::name_s, name.c_str())});
-  // Placed before its members exist (Part 4.4).
+  // Placed before its members exist.
   placeAfterFirstOf(domdict, element, {X::variableSet_s, X::valueLabelSet_s, X::weightVariable_s, X::variable_s});
   return appendMembers(set, ds, element, X::variableSetVariable_s);
 }
@@ -642,7 +642,7 @@ unsigned int TransDictionaryImpl::addMultipleResponseSet(VariableSet const& set,
 }
 
 // ---------------------------------------------------------------------------------------------
-// Attributes, extensions and weight variable (Part 4.5)
+// Attributes, extensions and weight variable
 // ---------------------------------------------------------------------------------------------
 
 bool TransDictionaryImpl::addWeightVariable(ZORB_DataSource const& ds, DOMElement* domdict) {

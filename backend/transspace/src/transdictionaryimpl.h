@@ -1,4 +1,4 @@
-// TransDictionaryImpl (Parts 4.1-4.5): builds the dictionary document of a host data source.
+// TransDictionaryImpl: builds the dictionary document of a host data source.
 // The builder never owns the document: whoever calls addDictionary owns (and releases) it.
 #pragma once
 
@@ -30,28 +30,28 @@ public:
   TransDictionaryImpl(TransDictionaryImpl const&) = delete;
   TransDictionaryImpl& operator=(TransDictionaryImpl const&) = delete;
 
-  // Part 4.1
+  // The document and its skeleton
   bool createDocument();
   DOMNode* insertAfterTag(DOMElement* parent, DOMNode* child, XMLCh const* tag);
   DOMDocument* addDictionary(ZORB_DataSource const& ds);
 
-  // Part 4.2
+  // Variables and formats
   unsigned int addVariables(ZORB_DataSource const& ds, DOMElement* domdict);
   bool addVariableFormat(ZORB_Variable const& var, DOMElement* domvar);
   bool addVariableWriteFormat(ZORB_Variable const& var, DOMElement* domvar);
   bool setFormatAttributes(DOMElement* element, int type, int width, int decimals);
 
-  // Part 4.3
+  // Missing values and value labels
   int addMissingValues(ZORB_Variable const& var, DOMElement* domvar);
   unsigned int addValueLabelSet(ZORB_Variable const& var, DOMElement* domdict);
 
-  // Part 4.4
+  // Variable sets and multiple response sets
   unsigned int addVariableSets(ZORB_DataSource const& ds, DOMElement* domdict);
   unsigned int addVariableSet(VariableSet const& set, ZORB_DataSource const& ds, DOMElement* domdict);
   unsigned int addMultipleResponseSets(ZORB_DataSource const& ds, DOMElement* domdict);
   unsigned int addMultipleResponseSet(VariableSet const& set, ZORB_DataSource const& ds, DOMElement* domdict);
 
-  // Part 4.5
+  // Weight variable, attributes and extension records
   bool addWeightVariable(ZORB_DataSource const& ds, DOMElement* domdict);
   bool addAttribute(std::string const& name, std::vector<std::string> const& values, DOMElement* domset);
   DOMElement* addAttributes(DatasourceAttributes const& attributes);
@@ -59,7 +59,7 @@ public:
   bool addDatasourceAttributes(ZORB_DataSource const& ds, DOMElement* domdict);
   unsigned int addExtensions(ZORB_DataSource const& ds, DOMElement* domdict);
 
-  // Placement of the root's sections (not in the spec; for tests and diagnosis). Part 4.1 places
+  // Placement of the root's sections (for tests and diagnosis). The literal rule places
   // each section element after the last element found by getElementsByTagName on the root, which
   // walks the whole document for every element placed: quadratic in the number of variables. By
   // default the builders instead remember, for the root that createDocument made, the last element
@@ -74,7 +74,7 @@ public:
 
 private:
   // One attribute to write (defined in the .cpp): a fixed vocabulary value, a host text, an
-  // integer or a double, each converted by the conventions of Part 4.1.
+  // integer or a double, each converted by the document's text conventions.
   struct Attribute;
   // The root's sections that placement chains name, in document order.
   enum Section { kVariable, kWeightVariable, kValueLabelSet, kVariableSet, kMultipleResponseSet, kSectionCount };
@@ -92,7 +92,7 @@ private:
                              XMLCh const* memberTag);
 
   DOMDocument* document_;
-  // The one conversion buffer of Part 4.1's text convention, made by createDocument (Xalan's
+  // The one conversion buffer of the text convention, made by createDocument (Xalan's
   // strings need the Xerces platform, which may not be up when the builder is constructed).
   std::unique_ptr<XALAN_CPP_NAMESPACE::XalanDOMString> buffer_;
   bool literalPlacement_ = false;

@@ -84,7 +84,7 @@ unsigned short const* exported(XalanDOMString const& text) {
   return reinterpret_cast<unsigned short const*>(text.c_str());
 }
 
-// Step 4 and 7 of evaluateXPath: UTF-16 through an ICU string into a Xalan string.
+// A query's context and path: UTF-16 through an ICU string into a Xalan string.
 XalanDOMString xalanString(UChar const* text) {
   XalanDOMString result(xalanMemoryManager());
   ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(text), result);
@@ -102,7 +102,7 @@ double booleanNumber(XObject const& result) {
   return !text.empty() && text[0] == u't' ? 1.0 : 0.0;
 }
 
-// The LS serializer of Steps 2 to 4 of the serialisations, released when the scope ends.
+// The LS serializer of the serialisations, released when the scope ends.
 class Serializer {
 public:
   Serializer() {
@@ -115,8 +115,8 @@ public:
       configuration->setParameter(XMLUni::fgDOMWRTFormatPrettyPrint, false);
     }
   }
-  // The Part releases the serializer only; releasing the output as well is left to the
-  // implementer and keeps the leak checker quiet.
+  // The output is released together with the serializer: nothing of a serialisation outlives
+  // it, and the leak checker stays quiet.
   ~Serializer() {
     serializer_->release();
     output_->release();
@@ -181,7 +181,7 @@ TransDOMImpl::TransDOMImpl(TransDOMImpl const& other)
 
 TransDOMImpl* TransDOMImpl::adopt(DOMDocument* document) { return new TransDOMImpl(document, AdoptTag()); }
 
-// Part 2.4's order: the liaison (and with it the wrapper), the evaluator, the document. The mirror
+// Released in this order: the liaison (and with it the wrapper), the evaluator, the document. The mirror
 // copied what it needed from the document and goes last, after the evaluator whose last result
 // may still point into it.
 TransDOMImpl::~TransDOMImpl() {
@@ -236,7 +236,7 @@ bool TransDOMImpl::queriedOnMirror() const { return queryPath_ != QueryPath::wra
 
 // ---- the two Xalan views, each built on first use ----
 
-// Part 2.4, set-up step 4: the liaison's own option values (thread-safe, eager wrapper nodes).
+// The wrapper is built with the liaison's own option values (thread-safe, eager wrapper nodes).
 XalanDocument* TransDOMImpl::wrapper() const {
   if (dom_ == nullptr && document_ != nullptr) {
     dom_ = liaison_->createDocument(document_, liaison_->getThreadSafe(), liaison_->getBuildWrapperNodes(),
@@ -254,7 +254,7 @@ TransSourceTree const* TransDOMImpl::mirror() const {
   return mirror_.get();
 }
 
-// ---- views of the whole document (Part 2.4) ----
+// ---- views of the whole document ----
 
 XalanDocument* TransDOMImpl::asXalanDocument(TransStatus& status) const {
   if (!hasDocument(document_, status)) return nullptr;
@@ -288,8 +288,8 @@ TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
   Serializer serializer;
   MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
   serializer.write(document_, target, status);
-  // The bytes are read as 16-bit units in host byte order, deliberately not transcoded
-  // (Part 2.4, step 7); an odd last byte is dropped. Copied, since the buffer need not be aligned.
+  // The bytes are read as 16-bit units in host byte order, deliberately not transcoded;
+  // an odd last byte is dropped. Copied, since the buffer need not be aligned.
   int32_t const units = static_cast<int32_t>(target.getLen() / 2);
   icu::UnicodeString text;
   UChar* buffer = text.getBuffer(units + 1);
@@ -301,7 +301,7 @@ TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
 
 TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   Serializer serializer;
-  // Step 5: the code page name is converted and checked, and not used further (kept as it is).
+  // The code page name is converted and checked, and not used further (kept as it is).
   TransStatus c;
   TransString codepage(TransUtil::codepage().c_str());
   XalanDOMString codepageName(xalanMemoryManager());
@@ -314,7 +314,7 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   return new TransString(bytes.c_str());
 }
 
-// ---- XPath queries (Part 2.5) ----
+// ---- XPath queries ----
 
 TransDOMImpl::Result TransDOMImpl::evaluateXPath(UChar const* context, UChar const* path, TransStatus& status) const {
   // A value without a document (addDictionary returned null) answers every query with failure.
@@ -331,7 +331,7 @@ TransDOMImpl::Result TransDOMImpl::evaluateXPath(UChar const* context, UChar con
   return evaluateOn(tree->document(), tree->prefixResolver(), index, context, path, status);
 }
 
-// The Part's literal road: the wrapper, with a resolver made for this query.
+// The literal road: the wrapper, with a resolver made for this query.
 TransDOMImpl::Result TransDOMImpl::evaluateOnWrapper(UChar const* context, UChar const* path,
                                                      TransStatus& status) const {
   wrapper();
@@ -340,7 +340,7 @@ TransDOMImpl::Result TransDOMImpl::evaluateOnWrapper(UChar const* context, UChar
   return evaluateOn(dom_, resolver, nullptr, context, path, status);
 }
 
-// Steps 3 to 10 of evaluateXPath on either view of the document. With an index, the expressions
+// The evaluation on either view of the document. With an index, the expressions
 // it answers exactly are not handed to Xalan.
 TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixResolver const& resolver,
                                               TransPathIndex* index, UChar const* context, UChar const* path,
@@ -368,14 +368,14 @@ TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixRes
   return result;
 }
 
-// Step 5: the first node that `context` selects from the document node, or null.
+// The first node that `context` selects from the document node, or null.
 XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver const& resolver,
                                        TransPathIndex* index, UChar const* context) const {
   std::vector<XalanNode*> nodes;
   if (index != nullptr && index->select(document, context, nodes)) return nodes.empty() ? nullptr : nodes.front();
   XalanSourceTreeDOMSupport support;
   XalanDOMString const contextText = xalanString(context);
-  // Not guarded: a malformed context raises to the caller of the query (Part 2.5, step 5).
+  // Not guarded: a malformed context raises to the caller of the query.
   try {
     return evaluator_->selectSingleNode(support, document, contextText.c_str(), resolver);
   } catch (...) {
@@ -395,7 +395,7 @@ void TransDOMImpl::renewEvaluator() const {
   evaluator_ = new XPathEvaluator(xalanMemoryManager());
 }
 
-// Steps 2 to 5 of the accessors. A null result with failure set when an argument is empty.
+// The accessors' common start: a null result with failure set when an argument is empty.
 TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString const& path,
                                          TransStatus& status) const {
   // The context first, then the path: each is trimmed (into the caller's status) only when not empty.

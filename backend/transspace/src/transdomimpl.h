@@ -1,9 +1,9 @@
-// TransDOMImpl (Parts 2.4, 2.5): a value that holds an XML document, serialises it and answers
+// TransDOMImpl: a value that holds an XML document, serialises it and answers
 // context + path XPath queries on it.
 //
 // Two Xalan views of the one document exist, each built on first use and then kept for the
 // value's life:
-// - dom_, the Part's wrapper (XercesParserLiaison::createDocument, eager wrapper nodes), built at
+// - dom_, the Xalan wrapper (XercesParserLiaison::createDocument, eager wrapper nodes), built at
 //   the first asXalanDocument call (so every call returns the same pointer). Building it eagerly
 //   would cost ~10 s at 100,000 variables for a view most values never hand out.
 // - a TransSourceTree mirror, built at the first query, on which the queries run: evaluating them
@@ -12,7 +12,7 @@
 //   queried through the wrapper, as is every query of a value switched to the wrapper path.
 //   Simple location paths (`variable[@name='v7']/@label`) are answered by a TransPathIndex over
 //   the mirror, which indexes a parent's children by an attribute's value on first use.
-// The answers, flags, assertions and exceptions are those of the Parts; tests compare the roads.
+// The answers, flags, assertions and exceptions are the same on every road; tests compare the roads.
 #pragma once
 
 #include "transvalueimpl.h"
@@ -48,7 +48,7 @@ public:
   // Where the path queries run. automatic: simple location paths through the path index, the
   // rest by Xalan on the source-tree mirror (everything on the wrapper when the mirror cannot
   // reproduce the document). sourceTree: everything by Xalan on the mirror. wrapper: on dom_ with a
-  // resolver made per query, literally as Part 2.5 describes it. For the tests that compare the
+  // resolver made per query, the literal road. For the tests that compare the
   // three roads and the benchmark; the answers are the same.
   enum class QueryPath { automatic, sourceTree, wrapper };
 
@@ -60,7 +60,7 @@ public:
 
   // Takes `document` as it is (not copied) and owns it, as the data-source constructor does with
   // what addDictionary returns. Null is allowed: the value's queries and serialisations then
-  // report failure (Part 2.4, Left to the implementer). For the tests, which cannot make
+  // report failure. For the tests, which cannot make
   // addDictionary fail.
   static TransDOMImpl* adopt(DOMDocument* document);
 
@@ -90,7 +90,7 @@ private:
   void copyDocument(DOMDocument const* source);
   void swap(TransDOMImpl& other);
 
-  // What Part 2.5's evaluation step found: Xalan's result object, or the node set that the path
+  // What the evaluation found: Xalan's result object, or the node set that the path
   // index selected (in document order); neither when nothing was evaluated.
   struct Result {
     XObjectPtr object;
@@ -104,7 +104,7 @@ private:
     XALAN_CPP_NAMESPACE::XalanDOMString const& nodeValue(std::size_t index) const;
   };
 
-  // Part 2.5's shared evaluation step.
+  // The evaluation that all accessors share.
   Result evaluateXPath(UChar const* context, UChar const* path, TransStatus& status) const;
   Result evaluateOn(XALAN_CPP_NAMESPACE::XalanDocument* document, XALAN_CPP_NAMESPACE::PrefixResolver const& resolver,
                     TransPathIndex* index, UChar const* context, UChar const* path, TransStatus& status) const;
@@ -112,7 +112,7 @@ private:
                                                 XALAN_CPP_NAMESPACE::PrefixResolver const& resolver,
                                                 TransPathIndex* index, UChar const* context) const;
   Result evaluateOnWrapper(UChar const* context, UChar const* path, TransStatus& status) const;
-  // Steps 2 to 5 of the accessors: a null result (failure set) when an argument is empty or blank.
+  // The accessors' common start: a null result (failure set) when an argument is empty or blank.
   Result query(TransString const& context, TransString const& path, TransStatus& status) const;
 
   void renewEvaluator() const;

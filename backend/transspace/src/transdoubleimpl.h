@@ -1,4 +1,4 @@
-// TransDoubleImpl (Part 2.3): a double value, formatted with ICU's decimal pattern "#0.###".
+// TransDoubleImpl: a double value, formatted with ICU's decimal pattern "#0.###".
 #pragma once
 
 #include "transvalueimpl.h"

@@ -1,4 +1,4 @@
-// TransIntegerImpl (Part 2.3): a signed 64-bit integer value, formatted exactly (never through a
+// TransIntegerImpl: a signed 64-bit integer value, formatted exactly (never through a
 // double) with the decimal pattern "#0.###". No TransValue constructor makes one; the dictionary
 // export uses it to write integer attributes.
 #pragma once

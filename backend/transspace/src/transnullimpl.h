@@ -1,4 +1,4 @@
-// TransNullImpl (Part 2.2): the value of a default-constructed TransValue. It has no content, so
+// TransNullImpl: the value of a default-constructed TransValue. It has no content, so
 // every slot answers "not applicable" (failure and warning) with its placeholder.
 #pragma once
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Part 2.3 describes a fresh ICU formatter for every number. Creating one costs far more than
+// A fresh ICU formatter for every number would be the simple way, but creating one costs far more than
 // formatting (the dictionary of 100,000 variables formats about a million numbers), so each thread
 // keeps one formatter per locale, with the pattern applied, for as long as it lives. The text is
 // the same: a formatter's output depends only on its locale and pattern, and the locale is still
@@ -31,7 +31,7 @@ private:
     UErrorCode error = U_ZERO_ERROR;
     std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(locale, error));
     if (!format) return nullptr;
-    // The error code is deliberately not consulted (Part 2.3): only an empty result is reported.
+    // The error code is deliberately not consulted: only an empty result is reported.
     if (auto* decimal = dynamic_cast<icu::DecimalFormat*>(format.get())) {
       decimal->applyPattern(icu::UnicodeString(u"#0.###"), error);
     }

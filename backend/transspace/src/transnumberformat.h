@@ -1,4 +1,4 @@
-// The one number formatting of Part 2.3, shared by TransDoubleImpl and TransIntegerImpl: an ICU
+// The one number formatting of the values, shared by TransDoubleImpl and TransIntegerImpl: an ICU
 // formatter for the locale with the decimal pattern "#0.###" (kept per thread and locale, see the
 // unit), the result as a new TransString (failure and warning when it is empty).
 #pragma once

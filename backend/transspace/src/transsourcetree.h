@@ -1,5 +1,5 @@
 // TransSourceTree: a read-only Xalan source tree that mirrors a Xerces DOM document node for node,
-// so that the XPath queries of Part 2.5 run on Xalan's own tree instead of the Xerces wrapper.
+// so that the XPath queries run on Xalan's own tree instead of the Xerces wrapper.
 //
 // Why: the wrapper (XercesParserLiaison::createDocument) maps every Xerces attribute to its Xalan
 // node through a hash map whose hasher yields ~2,000 distinct values, so each attribute a predicate
@@ -67,7 +67,7 @@ public:
 
   XALAN_CPP_NAMESPACE::XalanDocument* document() const;
   // The document's own namespace declarations, collected once: the tree never changes, so the
-  // resolver that Part 2.5 makes per query would be the same every time.
+  // resolver that the literal road makes per query would be the same every time.
   XALAN_CPP_NAMESPACE::PrefixResolver const& prefixResolver() const;
 
 private:

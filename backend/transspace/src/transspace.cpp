@@ -16,7 +16,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-// ---- TransSpace::Data: the platform guards, then the stores (Part 3.1, in this order) ----
+// ---- TransSpace::Data: the platform guards, then the stores ----
 
 class TransSpace::Data {
 public:
@@ -88,7 +88,7 @@ TransSpace::Data::Data() : sourceTreeInit_(XALAN_CPP_NAMESPACE::XalanMemMgrs::ge
 namespace {
 
 // The trimmed copy of a name; the caller's string is never changed. Trimming reports into a
-// status of its own: the flags of each operation are exactly those of Parts 3.1 and 3.2's tables.
+// status of its own: the flags of each operation are exactly the operation's own.
 TransString trimmed(TransString const& name) {
   TransString copy(name);
   TransStatus local;
@@ -110,9 +110,9 @@ void setBoth(TransStatus& status, bool value) {
   status.warning(value);
 }
 
-// The MBCS bytes of an image name as Part 3.2 compares them: trimmed, in the host's code page.
-// Conversion reports into a status of its own, which keeps existsImage's warnings (Part 3.2's
-// edge cases) from being reset by asMBCS during the scan.
+// The MBCS bytes of an image name as the store compares them: trimmed, in the host's code page.
+// Conversion reports into a status of its own, which keeps existsImage's warnings
+// from being reset by asMBCS during the scan.
 std::string imageNameBytes(TransString const& name) {
   TransString copy(trimmed(name));
   TransStatus local;
@@ -134,7 +134,7 @@ TransSpace::~TransSpace() {
   if (data_ != nullptr) delete data_;
 }
 
-// ---- values (Part 3.1) ----
+// ---- values ----
 
 bool TransSpace::add(TransString const& handle, TransValue const& value, TransStatus& status) {
   TransString name(checkedName(handle, status));
@@ -207,7 +207,7 @@ void TransSpace::releaseStringList(TransStringList*& strings, TransStatus& statu
   TransValue::releaseStringList(strings, status);
 }
 
-// ---- images (Part 3.2) ----
+// ---- images ----
 
 bool TransSpace::addImage(TransString const& group, TransImage const& image, TransStatus& status) {
   TransString name(checkedName(group, status));
@@ -289,7 +289,7 @@ bool TransSpace::removeImage(TransString const& group, TransString const& name, 
   return false;
 }
 
-// ---- the forms without status: assert no failure, with Part 3.1's texts (deliberately
+// ---- the forms without status: assert no failure, with their fixed texts (deliberately
 // "TransString::"). They come last so that their assertion lines are easy to find. ----
 
 bool TransSpace::add(TransString const& handle, TransValue const& value) {

@@ -46,7 +46,7 @@ bool TransStatusImpl::warning(bool value) {
 bool TransStatusImpl::warning() const { return warning_; }
 
 bool TransStatusImpl::operator<(TransStatusImpl const& other) const {
-  // Both conditions must hold (Part 1.1 keeps this conjunctive rule on purpose).
+  // Both conditions must hold.
   if (!(static_cast<unsigned char>(failure_) < static_cast<unsigned char>(other.failure_))) return false;
   return static_cast<unsigned char>(warning_) < static_cast<unsigned char>(other.warning_);
 }

@@ -121,7 +121,7 @@ TransString& TransString::trim(TransStatus& status) {
 
 bool TransString::operator<(TransString const& other) const { return *impl_ < *other.impl_; }
 
-// The forms without status come last: Part 1.3 fixes the lines that their assertions report,
+// The forms without status come last: the lines that their assertions report are fixed,
 // which the #line directives below set.
 #line 92
 UChar const* TransString::asUTF16() const {

@@ -11,7 +11,7 @@ TransTextImpl::TransTextImpl(TransTextImpl const& other) : TransValueImpl(), tex
 
 TransTextImpl::~TransTextImpl() = default;
 
-// Part 2.2 exchanges the texts by value, through copies of both (not TransString::swap).
+// The texts are exchanged by value, through copies of both (not TransString::swap).
 void TransTextImpl::swap(TransTextImpl& other) {
   TransString const mine(text_);
   TransString const theirs(other.text_);
@@ -62,7 +62,7 @@ XALAN_CPP_NAMESPACE::XalanDocument* TransTextImpl::asXalanDocument(TransStatus& 
   return nullptr;
 }
 
-// asDouble(status) comes last: Part 2.2 fixes the line its assertion reports (137), which the
+// asDouble(status) comes last: the line its assertion reports is fixed (137), which the
 // #line directive sets; anything added above it keeps its own true line numbers.
 #line 131
 double TransTextImpl::asDouble(TransStatus& status) const {

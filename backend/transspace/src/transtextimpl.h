@@ -1,4 +1,4 @@
-// TransTextImpl (Part 2.2): a value holding one text. It has a text view and a parsed-number view;
+// TransTextImpl: a value holding one text. It has a text view and a parsed-number view;
 // it has no XML form and answers no path query.
 #pragma once
 

@@ -54,7 +54,7 @@ std::string TransUtil::UTF16toMBCS(icu::UnicodeString const& text) {
   UConverter* converter = openConverter(error);
   if (converter == nullptr) return std::string();
   int32_t const length = text.length();
-  // Ten units of slack on purpose (Part 1.2): one ICU call, no retry loop.
+  // Ten units of slack on purpose: one ICU call, no retry loop.
   int32_t const size = ucnv_getMaxCharSize(converter) * (length + 10);
   std::vector<char> buffer(static_cast<std::size_t>(size));
   int32_t written = ucnv_fromUChars(converter, buffer.data(), size, text.getBuffer(), length, &error);

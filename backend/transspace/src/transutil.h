@@ -1,4 +1,4 @@
-// TransUtil (Part 1.2): conversions between the host's multibyte code page and UTF-16, and the
+// TransUtil: conversions between the host's multibyte code page and UTF-16, and the
 // parse of a UTF-16 number in the C library's numeric locale. Exported, but not a public header.
 #pragma once
 

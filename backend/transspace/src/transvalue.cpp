@@ -18,7 +18,7 @@ TransValue::TransValue(TransString const& text) : impl_(new TransTextImpl(text))
 
 TransValue::TransValue(double number) : impl_(new TransDoubleImpl(number)) {}
 
-// ---- document constructors (Part 2.4) ----
+// ---- document constructors ----
 // Both create a TransDOMImpl: a deep copy of the document (null allowed: an empty document), or
 // the data source's dictionary document.
 TransValue::TransValue(XERCES_CPP_NAMESPACE::DOMDocument const* document) : impl_(new TransDOMImpl(document)) {}
@@ -65,7 +65,7 @@ XALAN_CPP_NAMESPACE::XalanDocument* TransValue::asXalanDocument(TransStatus& sta
   return impl_->asXalanDocument(status);
 }
 
-// ---- the forms without status: the status is discarded, nothing asserts (Part 2.1) ----
+// ---- the forms without status: the status is discarded, nothing asserts ----
 
 TransString* TransValue::asString(TransString const& context, TransString const& path) const {
   TransStatus status;

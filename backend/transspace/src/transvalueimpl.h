@@ -1,4 +1,4 @@
-// TransValueImpl (Part 2.1): the abstract interface of eleven slots that every kind of value
+// TransValueImpl: the abstract interface of eleven slots that every kind of value
 // implements, in this slot order. Exported, not published.
 #pragma once
 
@@ -28,7 +28,7 @@ public:
   virtual XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument(TransStatus& status) const = 0;
 
 protected:
-  // Part 2.1's not-applicable contract: reset, then failure and warning. The slots return the
+  // The not-applicable contract: reset, then failure and warning. The slots return the
   // placeholder that goes with their type.
   static void notApplicable(TransStatus& status);
 };

@@ -49,33 +49,33 @@ XMLCh const TransXMLChArray::locale_s[] = u"locale";
 XMLCh const TransXMLChArray::creationDateTime_s[] = u"creationDateTime";
 XMLCh const TransXMLChArray::rowCount_s[] = u"rowCount";
 
-// Alignment (Part 4.2)
+// Alignment
 XMLCh const TransXMLChArray::left_s[] = u"left";
 XMLCh const TransXMLChArray::right_s[] = u"right";
 XMLCh const TransXMLChArray::center_s[] = u"center";
 
-// Measurement level (Part 4.2)
+// Measurement level
 XMLCh const TransXMLChArray::unknown_s[] = u"unknown";
 XMLCh const TransXMLChArray::nominal_s[] = u"nominal";
 XMLCh const TransXMLChArray::ordinal_s[] = u"ordinal";
 XMLCh const TransXMLChArray::scale_s[] = u"scale";
 
-// Missing-value kinds and range ends (Part 4.3)
+// Missing-value kinds and range ends
 XMLCh const TransXMLChArray::lowerBound_s[] = u"lowerBound";
 XMLCh const TransXMLChArray::upperBound_s[] = u"upperBound";
 XMLCh const TransXMLChArray::lowest_s[] = u"lowest";
 XMLCh const TransXMLChArray::highest_s[] = u"highest";
 
-// Multiple response set labelling (Part 4.4)
+// Multiple response set labelling
 XMLCh const TransXMLChArray::countedValues_s[] = u"countedValues";
 XMLCh const TransXMLChArray::variableLabels_s[] = u"variableLabels";
 XMLCh const TransXMLChArray::variableLabel_s[] = u"variableLabel";
 
-// Attribute kind (Part 4.5)
+// Attribute kind
 XMLCh const TransXMLChArray::user_s[] = u"user";
 XMLCh const TransXMLChArray::system_s[] = u"system";
 
-// Format type names (Part 4.2)
+// Format type names
 XMLCh const TransXMLChArray::A_s[] = u"A";
 XMLCh const TransXMLChArray::AHEX_s[] = u"AHEX";
 XMLCh const TransXMLChArray::COMMA_s[] = u"COMMA";

@@ -1,11 +1,11 @@
-// TransXMLChArray (Part 4.1): the exported vocabulary of the dictionary document. Every element
+// TransXMLChArray: the exported vocabulary of the dictionary document. Every element
 // name, attribute name and fixed attribute value that the dictionary builder writes comes from this
 // table, so no other literal text enters the document. Each constant is a zero-terminated UTF-16
 // (Xerces XMLCh) string named after its text with the suffix _s.
 //
 // The dictionary namespace URI (schemaDefaultNSValue_s) is
 //   http://transspace.example.org/zorb/data
-// The spec leaves the host to the implementer and fixes the path "/zorb/data". The project owns no
+// The path "/zorb/data" is fixed; the host is ours to choose. The project owns no
 // domain, so the host is a subdomain of example.org (reserved by RFC 2606 for exactly this use):
 // it can never clash with somebody else's real vocabulary, and nobody resolves it by accident.
 #pragma once
@@ -57,33 +57,33 @@ public:
   static XMLCh const creationDateTime_s[];
   static XMLCh const rowCount_s[];
 
-  // Alignment (Part 4.2)
+  // Alignment
   static XMLCh const left_s[];
   static XMLCh const right_s[];
   static XMLCh const center_s[];
 
-  // Measurement level (Part 4.2)
+  // Measurement level
   static XMLCh const unknown_s[];
   static XMLCh const nominal_s[];
   static XMLCh const ordinal_s[];
   static XMLCh const scale_s[];
 
-  // Missing-value kinds and range ends (Part 4.3)
+  // Missing-value kinds and range ends
   static XMLCh const lowerBound_s[];
   static XMLCh const upperBound_s[];
   static XMLCh const lowest_s[];
   static XMLCh const highest_s[];
 
-  // Multiple response set labelling (Part 4.4)
+  // Multiple response set labelling
   static XMLCh const countedValues_s[];
   static XMLCh const variableLabels_s[];
   static XMLCh const variableLabel_s[];
 
-  // Attribute kind (Part 4.5)
+  // Attribute kind
   static XMLCh const user_s[];
   static XMLCh const system_s[];
 
-  // Format type names (Part 4.2)
+  // Format type names
   static XMLCh const A_s[];
   static XMLCh const AHEX_s[];
   static XMLCh const COMMA_s[];
@@ -159,7 +159,7 @@ public:
   static XMLCh const schemaVersion_s[];        // "1.0"
 
   // Other constants
-  static XMLCh const LS_s[];     // "LS": the Xerces feature of the load-and-save DOM implementation (Part 2.4)
+  static XMLCh const LS_s[];     // "LS": the Xerces feature of the load-and-save DOM implementation
   static XMLCh const UTF16_s[];  // "UTF-16"; written by no builder operation
 
   TransXMLChArray() = delete;

@@ -1,5 +1,5 @@
 // The stand-alone host's data-source model: exactly the operations of the host's closed data-source
-// library that the dictionary export (Parts 2.4, 4.1-4.5) calls, with the types the Parts state,
+// library that the dictionary export calls, with the argument and result types it expects,
 // backed by plain in-memory data. Tests fill it through zorb::DataSourceBuilder
 // (zorb/datasourcebuilder.h); the .sav reader fills it the same way.
 #pragma once
@@ -38,7 +38,7 @@ public:
   // Appends an entry, or appends the values to the entry of that exact name if there is one.
   void Add(std::string const& name, std::vector<std::string> const& values);
 
-  // The collection's version number, read directly by the dictionary export (Part 4.5).
+  // The collection's version number, read directly by the dictionary export.
   std::int64_t version = 0;
 
 private:
@@ -73,7 +73,7 @@ private:
 
 class ZORB_Variable {
 public:
-  // The host's format type code (Part 4.2's table: 1 A, 5 F, 20 DATE, ...).
+  // The host's format type code.
   using FormatType = int;
 
   ZORB_Variable() = default;

@@ -27,7 +27,7 @@
 
 namespace zorb {
 
-// Format type codes of the host (Part 4.2's table) that the builder's defaults use.
+// Format type codes of the host that the builder's defaults use.
 constexpr int kFormatA = 1;
 constexpr int kFormatF = 5;
 

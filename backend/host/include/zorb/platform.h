@@ -1,4 +1,4 @@
-// The host's platform functions that the library calls (Parts 1.2 and 4.1), and the small setter
+// The host's platform functions that the library calls, and the small setter
 // API of the stand-alone host through which a program or a test chooses the process-wide settings
 // that a real host would own. The library only calls the first four functions.
 #pragma once
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// Non-zero when the host runs in UTF-8 mode (Part 1.2). The stand-alone host starts in UTF-8 mode.
+// Non-zero when the host runs in UTF-8 mode. The stand-alone host starts in UTF-8 mode.
 int qUTF8mode();
 
 // The ICU converter name of the host's default multibyte code page, used when UTF-8 mode is off.
