@@ -13,7 +13,8 @@ packages=(
   build-essential cmake ninja-build pkg-config
   libxerces-c-dev libxalan-c-dev libicu-dev zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  locales
+  locales file
+  libxml2-utils man-db
   clang libclang-rt-14-dev
 )
 

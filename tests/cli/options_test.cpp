@@ -143,6 +143,12 @@ TEST(ParseOptions, VersionTakesNoOperands) {
   EXPECT_NE(usageErrorOf({"version", "--pretty"}).find("--version takes no operands"), std::string::npos);
 }
 
+TEST(ParseOptions, SchemaTakesNoOperands) {
+  EXPECT_EQ(parseOptions({"schema"}).command, Command::Schema);
+  EXPECT_NE(usageErrorOf({"schema", "file.sav"}).find("schema takes no operands"), std::string::npos);
+  EXPECT_NE(usageErrorOf({"schema", "--pretty"}).find("schema takes no operands"), std::string::npos);
+}
+
 TEST(ParseOptions, HelpAndVersion) {
   for (std::string const help : {"--help", "-h", "help"}) EXPECT_EQ(parseOptions({help}).command, Command::Help) << help;
   for (std::string const version : {"--version", "version"})
@@ -160,7 +166,7 @@ TEST(ParseOptions, HelpAndVersion) {
 TEST(UsageText, NamesEveryCommandAndOption) {
   std::string const usage = cli::usageText();
   for (char const* word : {"Usage:", "transspace dict", "transspace query", "--pretty", "--list", "--string",
-                           "--double", "--help", "--version", "FILE", "CONTEXT", "PATH", "--"}) {
+                           "--double", "--help", "--version", "transspace schema", "FILE", "CONTEXT", "PATH", "--"}) {
     EXPECT_NE(usage.find(word), std::string::npos) << word;
   }
 }

@@ -87,6 +87,15 @@ TEST(CliProcess, VersionExitsZero) {
   EXPECT_EQ(o.err, "") << describe(o);
 }
 
+TEST(CliProcess, SchemaPrintsTheDictionarySchemaOfTheSourceTree) {
+  Outcome const o = runCli({"schema"});
+  EXPECT_EQ(o.exitCode, 0) << describe(o);
+  EXPECT_EQ(o.err, "") << describe(o);
+  std::string const schema = readFile(TRANSSPACE_SCHEMA);
+  ASSERT_FALSE(schema.empty());
+  EXPECT_TRUE(o.out == schema) << "`transspace schema` differs from " << TRANSSPACE_SCHEMA;
+}
+
 TEST(CliProcess, NoArgumentsIsAUsageError) { expectUsageError({}, "a command is missing"); }
 
 TEST(CliProcess, BadUsageExitsTwoWithTheUsageOnStandardError) {

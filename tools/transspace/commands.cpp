@@ -14,6 +14,7 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "inputdocument.h"
+#include "schematext.h"
 #include "transspace.h"
 #include "transvalue.h"
 
@@ -137,6 +138,10 @@ int run(Options const& options, std::ostream& out, std::ostream& err) {
   }
   if (options.command == Command::Version) {
     out << "transspace " << TRANSSPACE_VERSION << '\n';
+    return Answered;
+  }
+  if (options.command == Command::Schema) {
+    out << dictionarySchema();
     return Answered;
   }
   TransSpace space;  // brings the XML platform up for as long as the command runs

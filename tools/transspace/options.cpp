@@ -29,6 +29,7 @@ bool applyOption(std::string const& option, Options& options) {
 Command commandNamed(std::string const& name) {
   if (name == "dict") return Command::Dict;
   if (name == "query") return Command::Query;
+  if (name == "schema") return Command::Schema;
   if (name == "help" || name == "--help" || name == "-h") return Command::Help;
   if (name == "--version" || name == "version") return Command::Version;
   throw UsageError{"unknown command '" + name + "'"};
@@ -55,8 +56,10 @@ Options parseOptions(std::vector<std::string> const& arguments) {
   if (arguments.empty()) throw UsageError{"a command is missing"};
   options.command = commandNamed(arguments[0]);
   if (options.command == Command::Help) return options;  // help wins whatever follows
-  if (options.command == Command::Version) {
-    if (arguments.size() > 1) throw UsageError{"--version takes no operands"};
+  if (options.command == Command::Version || options.command == Command::Schema) {
+    if (arguments.size() > 1) {
+      throw UsageError{std::string(options.command == Command::Schema ? "schema" : "--version") + " takes no operands"};
+    }
     return options;
   }
 
@@ -81,6 +84,7 @@ std::string usageText() {
   return "Usage:\n"
          "  transspace dict [--pretty] FILE\n"
          "  transspace query [--list | --string | --double] FILE CONTEXT PATH\n"
+         "  transspace schema\n"
          "  transspace --help | --version\n"
          "\n"
          "FILE is an SPSS system file (.sav, .zsav), whose dictionary is exported as XML, or an XML\n"
@@ -93,6 +97,7 @@ std::string usageText() {
          "           --string  the answer as one text (the first node of a node set)\n"
          "           --double  the answer as a number\n"
          "         Use -- before CONTEXT or PATH when they start with '-'.\n"
+         "schema   prints the XML Schema that every dictionary document conforms to.\n"
          "\n"
          "Letter case and the dictionary's locale follow the environment's LC_CTYPE; numbers are\n"
          "parsed in the C notation.\n"

@@ -6,7 +6,7 @@
 
 namespace cli {
 
-enum class Command { Help, Version, Dict, Query };
+enum class Command { Help, Version, Dict, Query, Schema };
 enum class AnswerForm { List, String, Double };
 
 struct Options {

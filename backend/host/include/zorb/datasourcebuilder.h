@@ -23,7 +23,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "zorb/datasource.h"
+#include "datasource.h"
 
 namespace zorb {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "savfile/bytesource.h"
-#include "savfile/readerror.h"
+#include "bytesource.h"
+#include "readerror.h"
 
 class ZORB_DataSource;
 
