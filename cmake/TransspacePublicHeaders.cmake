@@ -1,26 +1,13 @@
-# transspace_public_headers(TARGET target DIRECTORY dir [SUBDIR sub])
-# Publishes the headers in `dir` as <transspace/[sub/]name.h>: installed under
-# include/transspace/[sub/], and linked into the same layout in the build tree, so that a project
-# that adds this one with add_subdirectory or FetchContent includes them exactly as an installed
-# copy's user does. The code of this repository also keeps reaching them by their plain names.
-function(transspace_public_headers)
-  cmake_parse_arguments(H "" "TARGET;DIRECTORY;SUBDIR" "" ${ARGN})
-  file(GLOB headers CONFIGURE_DEPENDS ${H_DIRECTORY}/*.h)
-  set(staged ${PROJECT_BINARY_DIR}/include/transspace)
-  if(H_SUBDIR)
-    set(staged ${staged}/${H_SUBDIR})
-  endif()
-  file(MAKE_DIRECTORY ${staged})
-  foreach(header ${headers})
-    get_filename_component(name ${header} NAME)
-    file(CREATE_LINK ${header} ${staged}/${name} SYMBOLIC)
-  endforeach()
-  target_include_directories(${H_TARGET} PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+# transspace_public_headers(target)
+# A component's public headers live in its include/transspace/ folder, laid out as they are
+# installed, so code inside and outside the repository includes them alike: <transspace/...>.
+function(transspace_public_headers target)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   if(TRANSSPACE_INSTALL)
-    file(RELATIVE_PATH subdir ${PROJECT_BINARY_DIR}/include ${staged})
-    install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${subdir} COMPONENT dev)
+    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/include/transspace
+      DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
   endif()
 endfunction()
 

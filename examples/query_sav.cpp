@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <string>
 
-#include "savfile/reader.h"
-#include "savfile/readerror.h"
-#include "transspace.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/savfile/readerror.h>
+#include <transspace/transspace.h>
+#include <transspace/zorb/datasource.h>
 
 int main(int argc, char** argv) {
   if (argc != 3) {

@@ -1,7 +1,7 @@
 // A small tour of the core text types: build strings in either encoding, trim them, order them
 // without regard to case, and read a list as arrays.
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 
 #include <cstdio>
 

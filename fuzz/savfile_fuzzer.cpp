@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "savfile/reader.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/zorb/datasource.h>
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   savfile::MemoryByteSource source(data, size);

@@ -13,8 +13,8 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "transdictionaryimpl.h"
-#include "zorb/datasourcebuilder.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/datasourcebuilder.h>
+#include <transspace/zorb/platform.h>
 
 namespace {
 

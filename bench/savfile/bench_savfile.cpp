@@ -9,11 +9,11 @@
 #include <cstring>
 #include <fstream>
 
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 #include "savfilebuilder.h"
-#include "transspace.h"
-#include "transvalue.h"
-#include "zorb/datasource.h"
+#include <transspace/transspace.h>
+#include <transspace/transvalue.h>
+#include <transspace/zorb/datasource.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
 // TransSpace at scale: add, find and list with 100,000 names. Each benchmark reports items per
 // second, one item being one operation (add, find) or one listed name (list); the per-operation
 // time is the reciprocal.
-#include "transspace.h"
+#include <transspace/transspace.h>
 
 #include <algorithm>
 #include <random>

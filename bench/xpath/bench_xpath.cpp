@@ -12,12 +12,12 @@
 // Targets (issue 5, 2-core CI machine): >= 300 queries/s at 10,000 variables; >= 25 queries/s and
 // a value constructed in < 6 s at 100,000.
 #include "transdomimpl.h"
-#include "transspace.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transvalue.h"
+#include <transspace/transspace.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transvalue.h>
 
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasourcebuilder.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 // Shared helpers of the core tests.
 #pragma once
 
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
 

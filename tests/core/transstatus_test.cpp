@@ -1,5 +1,5 @@
 // TransStatus and TransStatusImpl.
-#include "transstatus.h"
+#include <transspace/transstatus.h>
 #include "transstatusimpl.h"
 
 #include <gtest/gtest.h>

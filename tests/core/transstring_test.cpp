@@ -1,9 +1,9 @@
 // TransString and TransStringImpl.
-#include "transstring.h"
+#include <transspace/transstring.h>
 #include "transstringimpl.h"
 
 #include "coretest.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // TransStringList and TransStringListImpl.
-#include "transstringlist.h"
+#include <transspace/transstringlist.h>
 #include "transstringlistimpl.h"
 
 #include "coretest.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
 

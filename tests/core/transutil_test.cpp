@@ -3,7 +3,7 @@
 #include "transutil.h"
 
 #include "coretest.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
 

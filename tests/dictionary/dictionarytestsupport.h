@@ -16,9 +16,9 @@
 
 #include "transdictionaryimpl.h"
 #include "transxmlcharray.h"
-#include "zorb/datasource.h"
-#include "zorb/datasourcebuilder.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/datasource.h>
+#include <transspace/zorb/datasourcebuilder.h>
+#include <transspace/zorb/platform.h>
 
 namespace dicttest {
 

@@ -7,8 +7,8 @@
 #include <limits>
 #include <string>
 
-#include "zorb/datasource.h"
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasource.h>
+#include <transspace/zorb/datasourcebuilder.h>
 
 namespace dicttest {
 

@@ -1,7 +1,7 @@
 #include "domtest.h"
 
-#include "zorb/datasourcebuilder.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/datasourcebuilder.h>
+#include <transspace/zorb/platform.h>
 
 #include <clocale>
 #include <cstring>

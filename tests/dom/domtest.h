@@ -2,13 +2,13 @@
 // dictionary data sources from the host model, and readers of the library's texts.
 #pragma once
 
-#include "transspace.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
-#include "transvalue.h"
+#include <transspace/transspace.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
+#include <transspace/transvalue.h>
 
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "transdomimpl.h"
 #include "transutil.h"
 
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <cstring>
 #include <memory>

@@ -1,5 +1,5 @@
 // The model's operations as the library calls them, on data sources made with the builder.
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasourcebuilder.h>
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The builder: its defaults, the rules it enforces, and the odd values it must let through.
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasourcebuilder.h>
 
 #include <gtest/gtest.h>
 

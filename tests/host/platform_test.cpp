@@ -1,4 +1,4 @@
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
 

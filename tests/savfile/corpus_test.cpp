@@ -9,8 +9,8 @@
 #include <iterator>
 
 #include "binaryrecords.h"
-#include "savfile/reader.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/zorb/datasource.h>
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "formats.h"
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 namespace savfiletest {
 

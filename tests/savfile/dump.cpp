@@ -3,8 +3,8 @@
 #include <iostream>
 
 #include "dictionarytext.h"
-#include "savfile/reader.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/zorb/datasource.h>
 
 int main(int argc, char** argv) {
   int status = 0;

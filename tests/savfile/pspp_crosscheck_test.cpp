@@ -14,8 +14,8 @@
 
 #include "csvtables.h"
 #include "dictionarytext.h"
-#include "savfile/reader.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/zorb/datasource.h>
 
 using savfiletest::CsvRow;
 using savfiletest::CsvTable;

@@ -5,10 +5,10 @@
 #include <cfloat>
 #include <cstring>
 
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 #include "savfilebuilder.h"
-#include "zorb/datasource.h"
-#include "zorb/platform.h"
+#include <transspace/zorb/datasource.h>
+#include <transspace/zorb/platform.h>
 
 using savfiletest::SavFileBuilder;
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 #include "savfilebuilder.h"
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 using savfiletest::SavFileBuilder;
 

@@ -6,8 +6,8 @@
 
 #include "dictionarytestsupport.h"
 #include "richdatasources.h"
-#include "savfile/reader.h"
-#include "savfile/readerror.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/savfile/readerror.h>
 #include "schemavalidator.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // The image store of a TransSpace, with its deliberate asymmetries: group names ignore
 // letter case, image names are compared byte for byte (strcmp) on trimmed MBCS copies.
 #include "spacetestsupport.h"
-#include "transimage.h"
-#include "transspace.h"
+#include <transspace/transimage.h>
+#include <transspace/transspace.h>
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 // each step, which needs every platform service up. (Evaluating the library's XML document values
 // is tested at the end, through TransValue's document constructor and its queries.)
 #include "spacetestsupport.h"
-#include "transspace.h"
+#include <transspace/transspace.h>
 
 #include <cstring>
 #include <memory>

@@ -1,7 +1,7 @@
 // The named value space: add, find, exists, remove, removeAll, list and the releases,
 // their flags (the failure table row by row) and the assertions of the forms without status.
 #include "spacetestsupport.h"
-#include "transspace.h"
+#include <transspace/transspace.h>
 
 #include <gtest/gtest.h>
 

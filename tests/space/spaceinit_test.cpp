@@ -8,7 +8,7 @@
 // records each call and forwards it to Xerces-C or Xalan-C, or throws when a test arms a fault.
 // It is a program of its own so that no other test sees the interposers.
 #include "spacetestsupport.h"
-#include "transspace.h"
+#include <transspace/transspace.h>
 
 #include <dlfcn.h>
 

@@ -1,10 +1,10 @@
 // Helpers shared by the space tests.
 #pragma once
 
-#include "transspace.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transspace.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 #include "transtestsupport.h"
 
 #include <memory>

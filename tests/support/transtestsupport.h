@@ -3,9 +3,9 @@
 // check of a release.
 #pragma once
 
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 
 #include <memory>
 #include <ostream>

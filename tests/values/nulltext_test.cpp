@@ -1,7 +1,7 @@
 // Null and text values (TransNullImpl, TransTextImpl), directly and through TransValue.
 #include "transnullimpl.h"
 #include "transtextimpl.h"
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // decimal pattern "#0.###".
 #include "transdoubleimpl.h"
 #include "transintegerimpl.h"
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 
 #include <cstdint>

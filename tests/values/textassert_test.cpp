@@ -4,7 +4,7 @@
 // own behaviour. This program defines TransString::asUTF16(TransStatus&) itself: the library calls
 // the exported function through its PLT, so this definition interposes on the library's (the
 // target exports it, ENABLE_EXPORTS) and injects the failure that the assertion guards against.
-#include "transstring.h"
+#include <transspace/transstring.h>
 #include "transtextimpl.h"
 #include "valuetestsupport.h"
 

@@ -1,7 +1,7 @@
 // The value handle TransValue and the contract every implementation keeps.
-#include "transspace.h"
+#include <transspace/transspace.h>
 #include "transutil.h"
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 
 #include <cstdint>

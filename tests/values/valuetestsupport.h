@@ -2,11 +2,11 @@
 // a scoped numeric locale and the check of the slots that do not apply to null, text and numbers.
 #pragma once
 
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 #include "transtestsupport.h"
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 #include "transvalueimpl.h"
 
 #include <clocale>

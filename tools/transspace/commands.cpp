@@ -15,8 +15,8 @@
 
 #include "inputdocument.h"
 #include "schematext.h"
-#include "transspace.h"
-#include "transvalue.h"
+#include <transspace/transspace.h>
+#include <transspace/transvalue.h>
 
 namespace cli {
 

@@ -16,9 +16,9 @@
 #include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include "savfile/reader.h"
-#include "savfile/readerror.h"
-#include "zorb/datasource.h"
+#include <transspace/savfile/reader.h>
+#include <transspace/savfile/readerror.h>
+#include <transspace/zorb/datasource.h>
 
 namespace cli {
 

@@ -7,7 +7,7 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 
 XERCES_CPP_NAMESPACE_BEGIN
 class XercesDOMParser;

@@ -1,6 +1,6 @@
 // The in-memory data-source model: the operations the dictionary export calls, over the plain data
 // that zorb::DataSourceBuilder fills in.
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 #include <algorithm>
 #include <cstring>

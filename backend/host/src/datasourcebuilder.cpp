@@ -1,4 +1,4 @@
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasourcebuilder.h>
 
 #include <cstring>
 #include <stdexcept>

@@ -1,10 +1,10 @@
-#include "savfile/bytesource.h"
+#include <transspace/savfile/bytesource.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 
-#include "savfile/readerror.h"
+#include <transspace/savfile/readerror.h>
 
 namespace savfile {
 

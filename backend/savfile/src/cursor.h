@@ -9,7 +9,7 @@
 
 #include "byteorder.h"
 #include "diagnostics.h"
-#include "savfile/bytesource.h"
+#include <transspace/savfile/bytesource.h>
 
 namespace savfile {
 

@@ -1,6 +1,6 @@
 #include "diagnostics.h"
 
-#include "savfile/readerror.h"
+#include <transspace/savfile/readerror.h>
 
 namespace savfile {
 

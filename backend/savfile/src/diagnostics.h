@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 
 namespace savfile {
 

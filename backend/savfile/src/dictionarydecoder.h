@@ -11,10 +11,10 @@
 
 #include "diagnostics.h"
 #include "rawdictionary.h"
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 #include "textconverter.h"
 #include "variabletable.h"
-#include "zorb/datasourcebuilder.h"
+#include <transspace/zorb/datasourcebuilder.h>
 
 namespace savfile {
 

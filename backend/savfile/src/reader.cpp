@@ -1,11 +1,11 @@
-#include "savfile/reader.h"
+#include <transspace/savfile/reader.h>
 
 #include <new>
 
 #include "cursor.h"
 #include "dictionarydecoder.h"
 #include "recordreader.h"
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 namespace savfile {
 

@@ -1,4 +1,4 @@
-#include "savfile/readerror.h"
+#include <transspace/savfile/readerror.h>
 
 #include <cstdio>
 

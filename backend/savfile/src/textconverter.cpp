@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 namespace savfile {
 

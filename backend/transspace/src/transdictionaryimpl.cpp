@@ -4,13 +4,13 @@
 
 #include "transdoubleimpl.h"
 #include "transintegerimpl.h"
-#include "transstatus.h"
-#include "transstring.h"
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
 #include "transutil.h"
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 #include "transxmlcharray.h"
 
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <clocale>
 #include <cstdint>

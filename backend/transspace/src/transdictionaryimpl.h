@@ -2,7 +2,7 @@
 // The builder never owns the document: whoever calls addDictionary owns (and releases) it.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 #include <initializer_list>
 #include <memory>
@@ -13,7 +13,7 @@
 #include <xalanc/Include/PlatformDefinitions.hpp>
 #include <xercesc/dom/DOM.hpp>
 
-#include "zorb/datasource.h"
+#include <transspace/zorb/datasource.h>
 
 namespace XALAN_CPP_NAMESPACE {
 class XalanDOMString;

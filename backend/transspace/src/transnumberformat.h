@@ -3,8 +3,8 @@
 // unit), the result as a new TransString (failure and warning when it is empty).
 #pragma once
 
-#include "transstatus.h"
-#include "transstring.h"
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
 
 #include <cstdint>
 #include <unicode/locid.h>

@@ -17,7 +17,7 @@
 // its name makes ambiguous; meeting such a node with a matching name makes the index decline.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 #include <map>
 #include <memory>

@@ -19,7 +19,7 @@
 // build() returns null and the caller keeps to the wrapper.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 #include <cstddef>
 #include <deque>

@@ -1,6 +1,6 @@
 #include "transconfig.h"
 
-#include "transspace.h"
+#include <transspace/transspace.h>
 
 #include <cstddef>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "transconfig.h"
 
-#include "transstatus.h"
+#include <transspace/transstatus.h>
 #include "transstatusimpl.h"
 
 #include <utility>

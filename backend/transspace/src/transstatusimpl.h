@@ -1,6 +1,6 @@
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 class TRANS_EXPORT TransStatusImpl {
 public:

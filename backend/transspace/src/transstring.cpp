@@ -1,6 +1,6 @@
 #include "transconfig.h"
 
-#include "transstring.h"
+#include <transspace/transstring.h>
 #include "transstringimpl.h"
 #include "transutil.h"
 

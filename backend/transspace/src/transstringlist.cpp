@@ -1,6 +1,6 @@
 #include "transconfig.h"
 
-#include "transstringlist.h"
+#include <transspace/transstringlist.h>
 #include "transstringlistimpl.h"
 #include "transutil.h"
 

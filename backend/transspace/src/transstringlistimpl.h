@@ -1,7 +1,7 @@
 #pragma once
 
-#include "transexport.h"
-#include "transstatus.h"
+#include <transspace/transexport.h>
+#include <transspace/transstatus.h>
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 
 #include "transutil.h"
 
-#include "zorb/platform.h"
+#include <transspace/zorb/platform.h>
 
 #include <clocale>
 #include <memory>

@@ -2,7 +2,7 @@
 // parse of a UTF-16 number in the C library's numeric locale. Exported, but not a public header.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 #include <string>
 #include <unicode/locid.h>

@@ -1,6 +1,6 @@
 #include "transconfig.h"
 
-#include "transvalue.h"
+#include <transspace/transvalue.h>
 
 #include "transdomimpl.h"
 #include "transdoubleimpl.h"

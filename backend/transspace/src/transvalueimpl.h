@@ -2,10 +2,10 @@
 // implements, in this slot order. Exported, not published.
 #pragma once
 
-#include "transexport.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transexport.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 
 #include <xalanc/Include/PlatformDefinitions.hpp>
 

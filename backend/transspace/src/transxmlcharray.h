@@ -10,7 +10,7 @@
 // it can never clash with somebody else's real vocabulary, and nobody resolves it by accident.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 #include <xercesc/util/XercesDefs.hpp>
 

@@ -1,7 +1,7 @@
 // TransStatus: the outcome record that every fallible operation fills.
 #pragma once
 
-#include "transexport.h"
+#include <transspace/transexport.h>
 
 class TransStatusImpl;
 

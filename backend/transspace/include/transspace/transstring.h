@@ -2,8 +2,8 @@
 // NUL-terminated UTF-16, converted lazily and cached; ordered without regard to letter case.
 #pragma once
 
-#include "transexport.h"
-#include "transstatus.h"
+#include <transspace/transexport.h>
+#include <transspace/transstatus.h>
 
 #include <unicode/umachine.h>
 

@@ -2,8 +2,8 @@
 // UTF-16 or in the host's multibyte code page.
 #pragma once
 
-#include "transexport.h"
-#include "transstatus.h"
+#include <transspace/transexport.h>
+#include <transspace/transstatus.h>
 
 #include <unicode/umachine.h>
 

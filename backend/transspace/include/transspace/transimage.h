@@ -2,8 +2,8 @@
 // The space reads only `name`; `data`, `text` and `number` are the host's and merely carried.
 #pragma once
 
-#include "transexport.h"
-#include "transstring.h"
+#include <transspace/transexport.h>
+#include <transspace/transstring.h>
 
 #include <cstdint>
 #include <string>

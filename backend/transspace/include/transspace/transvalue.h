@@ -2,10 +2,10 @@
 // views: text, list of texts, XML text, number, Xalan document, and XPath queries (context, path).
 #pragma once
 
-#include "transexport.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
+#include <transspace/transexport.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
 
 #include <xalanc/Include/PlatformDefinitions.hpp>
 #include <xercesc/util/XercesDefs.hpp>

@@ -3,12 +3,12 @@
 // (Xerces-C, Xalan-C XPath and source tree) initialised for as long as it lives.
 #pragma once
 
-#include "transexport.h"
-#include "transimage.h"
-#include "transstatus.h"
-#include "transstring.h"
-#include "transstringlist.h"
-#include "transvalue.h"
+#include <transspace/transexport.h>
+#include <transspace/transimage.h>
+#include <transspace/transstatus.h>
+#include <transspace/transstring.h>
+#include <transspace/transstringlist.h>
+#include <transspace/transvalue.h>
 
 class TRANS_EXPORT TransSpace {
 public:
