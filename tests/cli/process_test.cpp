@@ -359,7 +359,7 @@ TEST(CliProcess, AContextSeveralNodesSelectTakesTheFirst) {
 }
 
 TEST(CliProcess, ElementsAreListedByTheirDomValueWhichIsEmpty) {
-  // The library answers with the node's DOM value (Part 2.5): empty for an element.
+  // The library answers with the node's DOM value: empty for an element.
   expectAnswer(query("--list", demoSav(), "/dictionary", "weightVariable"), {""});
   expectNoResult(query("--string", demoSav(), "/dictionary", "weightVariable"));
 }
@@ -501,8 +501,8 @@ TEST(CliProcess, ACorruptRecordExitsTwoNamingTheOffset) {
   EXPECT_TRUE(contains(o.err, file + ": near offset 0x")) << describe(o);
 }
 
-TEST(CliProcess, TheFuzzedFileIsACleanErrorOrAReadWithWarnings) {
-  std::string const file = std::string(TRANSSPACE_TEST_DATA) + "/sav/pspp/CVE-2017-10791.sav";
+TEST(CliProcess, TheDamagedFileIsACleanErrorOrAReadWithWarnings) {
+  std::string const file = std::string(TRANSSPACE_TEST_DATA) + "/sav/builder-made/corrupt-extension-headers.sav";
   if (!std::filesystem::exists(file)) GTEST_SKIP() << file << " is not there (yet)";
   for (auto const& arguments : {std::vector<std::string>{"dict", file},
                                 std::vector<std::string>{"query", file, "/dictionary", "variable/@name"}}) {

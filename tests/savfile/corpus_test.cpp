@@ -1,5 +1,6 @@
-// Real files: every file of the corpus that is not corrupt reads without error; the fuzzed one
-// gives a clean error or a read with warnings; the fuzz seed corpus replays cleanly.
+// The fixtures: every file written by PSPP, ReadStat or the test builder that is not damaged on
+// purpose reads without error; the damaged one gives a clean error or a read with warnings; the
+// builder-made files are what the builder makes today; the fuzz seed corpus replays cleanly.
 #include <gtest/gtest.h>
 
 #include <dirent.h>
@@ -9,12 +10,21 @@
 #include <iterator>
 
 #include "binaryrecords.h"
+#include "builderfixtures.h"
+#include "corpusfiles.h"
 #include <transspace/savfile/reader.h>
 #include <transspace/zorb/datasource.h>
 
 namespace {
 
 std::string const dataDir = std::string(TRANSSPACE_TEST_DATA) + "/sav/";
+std::string const repoRoot = std::string(TRANSSPACE_TEST_DATA) + "/../../";
+std::string const damagedFile = "builder-made/corrupt-extension-headers.sav";
+
+std::string contentsOf(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
 
 std::vector<std::string> filesIn(std::string const& dir) {
   std::vector<std::string> files;
@@ -30,24 +40,19 @@ std::vector<std::string> filesIn(std::string const& dir) {
 
 TEST(Corpus, EveryGoodFileReadsWithoutError) {
   int files = 0;
-  for (auto const& folder : filesIn(dataDir)) {
-    if (folder == "expected" || folder.find('.') != std::string::npos) continue;
-    for (auto const& name : filesIn(dataDir + folder)) {
-      if (name.find(".sav") == std::string::npos && name.find(".zsav") == std::string::npos) continue;
-      if (name == "CVE-2017-10791.sav") continue;
-      SCOPED_TRACE(folder + "/" + name);
-      savfile::ReadResult r;
-      ASSERT_NO_THROW(r = savfile::readFile(dataDir + folder + "/" + name));
-      EXPECT_GT(r.dataSource->ColumnCount(), 0);
-      ++files;
-    }
+  for (auto const& name : savfiletest::corpusFiles(dataDir, {damagedFile})) {
+    SCOPED_TRACE(name);
+    savfile::ReadResult r;
+    ASSERT_NO_THROW(r = savfile::readFile(dataDir + name));
+    EXPECT_GT(r.dataSource->ColumnCount(), 0);
+    ++files;
   }
   EXPECT_GE(files, 23);
 }
 
-TEST(Corpus, FuzzedFileGivesCleanErrorOrWarnings) {
+TEST(Corpus, DamagedFileGivesCleanErrorOrWarnings) {
   try {
-    savfile::ReadResult r = savfile::readFile(dataDir + "pspp/CVE-2017-10791.sav");
+    savfile::ReadResult r = savfile::readFile(dataDir + damagedFile);
     EXPECT_FALSE(r.warnings.empty());
   } catch (savfile::ReadError const& e) {
     EXPECT_NE(std::string(e.what()).find("near offset 0x"), std::string::npos);
@@ -55,23 +60,35 @@ TEST(Corpus, FuzzedFileGivesCleanErrorOrWarnings) {
 }
 
 TEST(Corpus, BigEndianAndZsavFiles) {
-  auto be = savfile::readFile(dataDir + "medella/BigEndian.sav");
+  auto be = savfile::readFile(dataDir + "builder-made/big-endian.sav");
   EXPECT_TRUE(be.info.bigEndian);
   EXPECT_EQ(be.dataSource->ColumnCount(), 6);
-  auto z = savfile::readFile(dataDir + "pyreadstat/sample.zsav");
+  auto z = savfile::readFile(dataDir + "pspp-made/rich.zsav");
   EXPECT_TRUE(z.info.zsav);
   EXPECT_EQ(z.info.compression, 2);
   EXPECT_TRUE(z.warnings.empty());
-  auto fake = savfile::readFile(dataDir + "savreaderwriter/zlib_compressed.zsav");
+  auto fake = savfile::readFile(dataDir + "builder-made/fl2-named.zsav");
   EXPECT_FALSE(fake.info.zsav);
 }
 
+// Old writers: the month of the date in upper case; a file label that starts with blanks, kept as
+// written; no encoding record, so the Western code page.
+TEST(Corpus, OldWritersDatesAndLabels) {
+  auto be = savfile::readFile(dataDir + "builder-made/big-endian.sav");
+  EXPECT_EQ(be.dataSource->GetTimestamp(), 1047633300.0);  // 14 MAR 03 09:15:00
+  EXPECT_TRUE(be.warnings.empty());
+  auto old = savfile::readFile(dataDir + "builder-made/only-subtypes-3-4.sav");
+  EXPECT_EQ(old.info.fileLabel, std::string(23, ' ') + "Bird count");
+  EXPECT_EQ(old.info.encoding, "windows-1252");
+  EXPECT_TRUE(old.warnings.empty());
+}
+
 TEST(Corpus, VeryLongStringsAreMerged) {
-  auto r = savfile::readFile(dataDir + "medella/MaxString.sav");
+  auto r = savfile::readFile(dataDir + "builder-made/max-string.sav");
   ZORB_DataSource const& ds = *r.dataSource;
   ASSERT_EQ(ds.ColumnCount(), 2);
   EXPECT_EQ(ds.GetVariable(0).GetType(), 32767);
-  auto v13 = savfile::readFile(dataDir + "pspp/v13.sav");
+  auto v13 = savfile::readFile(dataDir + "builder-made/release13-very-long-strings.sav");
   ASSERT_EQ(v13.dataSource->ColumnCount(), 4);
   EXPECT_EQ(v13.dataSource->GetVariable(3).GetType(), 2000);
 }
@@ -96,8 +113,8 @@ TEST(Corpus, FormatsThatPsppWritesWithOtherCodes) {
 }
 
 TEST(Corpus, VariableSetsNameLongNames) {
-  // SPSS 12 lists upper-case short names; they are mapped to the variables' names.
-  auto r = savfile::readFile(dataDir + "holehan/sleep.sav");
+  // Release-12 files list upper-case short names; they are mapped to the variables' names.
+  auto r = savfile::readFile(dataDir + "builder-made/variable-sets-short-names.sav");
   auto sets = VariableSets(*r.dataSource, PlainVariableSets);
   ASSERT_FALSE(sets.empty());
   for (auto const& set : sets) {
@@ -108,15 +125,42 @@ TEST(Corpus, VariableSetsNameLongNames) {
   EXPECT_TRUE(r.warnings.empty());
 }
 
+// The committed builder-made files are what the builder makes: after a change to the builder,
+// remake them with savfile_make_fixtures.
+TEST(BuilderFixtures, CommittedFixturesAreWhatTheBuilderMakes) {
+  auto const fixtures = savfiletest::builderFixtures();
+  ASSERT_FALSE(fixtures.empty());
+  for (auto const& f : fixtures) EXPECT_TRUE(contentsOf(repoRoot + f.path) == f.bytes) << f.path;
+}
+
+TEST(BuilderFixtures, CommittedFuzzSeedsAreWhatTheBuilderMakes) {
+  auto const seeds = savfiletest::builderFuzzSeeds();
+  ASSERT_FALSE(seeds.empty());
+  for (auto const& f : seeds) EXPECT_TRUE(contentsOf(repoRoot + f.path) == f.bytes) << f.path;
+}
+
+// Every fixture and seed names its writer in the header: PSPP, ReadStat or this test builder.
+TEST(BuilderFixtures, EveryFileNamesAnOpenWriter) {
+  std::vector<std::string> paths;
+  for (auto const& name : savfiletest::corpusFiles(dataDir)) paths.push_back(dataDir + name);
+  std::string const seedDir = repoRoot + "fuzz/corpus/savfile/";
+  for (auto const& name : filesIn(seedDir)) paths.push_back(seedDir + name);
+  for (auto const& path : paths) {
+    std::string const product = contentsOf(path).substr(4, 60);
+    bool open = product.find("GNU pspp") != std::string::npos || product.find("ReadStat") != std::string::npos ||
+                product.rfind("@(#) transspace test builder", 0) == 0;
+    EXPECT_TRUE(open) << path << ": " << product;
+  }
+}
+
 // The fuzz seed corpus (and the findings added to it) replay in the normal test run.
 TEST(FuzzCorpus, ReplaysCleanly) {
-  std::string dir = std::string(TRANSSPACE_TEST_DATA) + "/../../fuzz/corpus/savfile/";
+  std::string dir = repoRoot + "fuzz/corpus/savfile/";
   auto files = filesIn(dir);
   ASSERT_FALSE(files.empty());
   for (auto const& name : files) {
     SCOPED_TRACE(name);
-    std::ifstream in(dir + name, std::ios::binary);
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string const bytes = contentsOf(dir + name);
     savfile::MemoryByteSource source(bytes);
     try {
       savfile::read(source, name);

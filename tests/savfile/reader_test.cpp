@@ -309,7 +309,7 @@ TEST_P(Reader, MalformedFilesGiveErrorsWithOffsets) {
   b.numeric("X");
   std::string good = b.build();
   EXPECT_NE(readError(good.substr(0, 100)).find("shorter than a file header"), std::string::npos);
-  EXPECT_NE(readError("XXXX" + good.substr(4)).find("not an SPSS system file"), std::string::npos);
+  EXPECT_NE(readError("XXXX" + good.substr(4)).find("not a system file (no $FL2 or $FL3 signature)"), std::string::npos);
   EXPECT_NE(readError(good.substr(0, good.size() - 8)).find("near offset 0xd0: the file ends before the dictionary"),
             std::string::npos);
   // Every truncation gives a clean error, never a crash.

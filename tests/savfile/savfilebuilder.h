@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,8 +17,10 @@ public:
 
   // Header fields.
   std::string magic = "$FL2";
-  std::string product = "@(#) SPSS DATA FILE transspace test";
+  std::string product = "@(#) transspace test builder";
   std::int32_t layoutCode = 2;
+  // Stated in the header; by default the number of variable records, as a careful writer states it.
+  std::optional<std::int32_t> nominalCaseSize;
   std::int32_t compression = 1;
   std::int32_t weightIndex = 0;
   std::int32_t caseCount = -1;
@@ -67,6 +70,18 @@ public:
     for (int k = 1; k < (width + 7) / 8; ++k) variableRecord(-1, "", nullptr, 0, {}, 0, 0);
     return *this;
   }
+  // A string wider than 255 bytes: one 255-byte string record (with continuations) per segment but
+  // the last, named by `segmentNames` in turn; the caller gives each segment the label.
+  SavFileBuilder& veryLongString(std::vector<std::string> const& segmentNames, int lastSegmentWidth,
+                                 std::string const* label = nullptr) {
+    for (std::size_t k = 0; k < segmentNames.size(); ++k) {
+      string(segmentNames[k], k + 1 < segmentNames.size() ? 255 : lastSegmentWidth, label);
+    }
+    return *this;
+  }
+  // Width w takes (w + 251) / 252 segments; the last holds what the others leave.
+  static int segmentCount(int width) { return (width + 251) / 252; }
+  static int lastSegmentWidth(int width) { return width - (segmentCount(width) - 1) * 252; }
   int records() const { return records_; }
 
   SavFileBuilder& valueLabels(std::vector<std::pair<std::string, std::string>> const& labels,
@@ -93,13 +108,18 @@ public:
   SavFileBuilder& text(std::int32_t subtype, std::string const& data) {
     return extension(subtype, 1, static_cast<std::int32_t>(data.size()), data);
   }
+  SavFileBuilder& integers(std::int32_t subtype, std::vector<std::int32_t> const& values) {
+    std::string data;
+    for (auto v : values) data += i32(v);
+    return extension(subtype, 4, static_cast<std::int32_t>(values.size()), data);
+  }
   SavFileBuilder& raw(std::string const& bytes) {
     body_ += bytes;
     return *this;
   }
 
   std::string header() const {
-    std::string h = padded(magic, 4) + padded(product, 60) + i32(layoutCode) + i32(records_) + i32(compression) +
+    std::string h = padded(magic, 4) + padded(product, 60) + i32(layoutCode) + i32(nominalCaseSize.value_or(records_)) + i32(compression) +
                     i32(weightIndex) + i32(caseCount) + f64(bias) + padded(date, 9) + padded(time, 8) +
                     padded(fileLabel, 64) + std::string(3, '\0');
     return h;

@@ -60,7 +60,7 @@ TEST_F(TextRecords, MrSetsOfAllForms) {
   EXPECT_EQ(sets[4].labelSource, 11);
   EXPECT_EQ(sets[4].countedValue, "choice");
   EXPECT_EQ(sets[4].variables, (std::vector<std::string>{"n", "o", "p"}));
-  EXPECT_EQ(sets[5].countedValue, "1");  // padded to 8 by old SPSS
+  EXPECT_EQ(sets[5].countedValue, "1");  // padded to 8 by an old writer
   EXPECT_EQ(sets[5].label, "News sources");
   EXPECT_TRUE(diag.warnings().empty());
 }

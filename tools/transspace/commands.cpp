@@ -24,7 +24,7 @@ namespace {
 
 using namespace XERCES_CPP_NAMESPACE;
 
-// The no-number value of the library (Part 2.1).
+// The library's no-number value: a double answer equal to it means "no number".
 constexpr double noNumber = -1.7976931348623157e308;
 
 // Owns one string or list handed out by the library and gives it back.
@@ -123,7 +123,7 @@ int runQuery(Options const& options, TransValue const& value, std::ostream& out,
   try {
     return answerQuery(options, value, out, err);
   } catch (XALAN_CPP_NAMESPACE::XSLException const& e) {
-    // The library lets an exception of a malformed context through (Part 2.5).
+    // A malformed context is not the library's to report: its XPath exception reaches the caller.
     err << "transspace: invalid XPath: " << toUtf8(e.getMessage().c_str()) << '\n';
     return BadInput;
   }

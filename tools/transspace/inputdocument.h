@@ -1,4 +1,4 @@
-// Turns the FILE of the command line into a document value: an SPSS system file into the value of
+// Turns the FILE of the command line into a document value: a system file into the value of
 // its dictionary, anything else into the value of the XML document it holds.
 #pragma once
 

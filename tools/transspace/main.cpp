@@ -1,4 +1,4 @@
-// transspace: exports the dictionary of an SPSS system file as XML and answers XPath queries about
+// transspace: exports the dictionary of a system file as XML and answers XPath queries about
 // it (or about any XML document) through the library's value space.
 #include <clocale>
 #include <iostream>

@@ -87,7 +87,7 @@ std::string usageText() {
          "  transspace schema\n"
          "  transspace --help | --version\n"
          "\n"
-         "FILE is an SPSS system file (.sav, .zsav), whose dictionary is exported as XML, or an XML\n"
+         "FILE is a system file (.sav, .zsav), whose dictionary is exported as XML, or an XML\n"
          "document (parsed without namespace processing, so bare element names match).\n"
          "\n"
          "dict     prints the dictionary XML of FILE (--pretty indents it).\n"

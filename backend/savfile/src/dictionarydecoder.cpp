@@ -127,7 +127,8 @@ void DictionaryDecoder::chooseEncoding() {
       from.clear();
     }
   }
-  // Files without either record come from SPSS for Windows or older: its code page is the best guess.
+  // Files without either record come from old writers, mostly on Windows: its Western code page is
+  // the best guess.
   if (from.empty()) from = "windows-1252";
   std::string to = TextConverter::hostEncoding();
   try {
@@ -183,8 +184,8 @@ void DictionaryDecoder::buildVariables() {
     diag_.fail(raw_.variables.front().offset, "the first variable record is a continuation record");
   }
   table_.build(raw_.variables, veryLong, offset, diag_);
-  // Files from before long names (SPSS 12) hold upper-case short names; like PSPP, show them in
-  // lower case, the spelling that SPSS 12 and later give such variables.
+  // Files from before long names (release 12) hold upper-case short names; like PSPP, show them in
+  // lower case, the spelling that release 12 and later writers give such variables.
   bool lowerCase = extensions(13).empty();
   for (std::size_t i = 0; i < table_.variables().size(); ++i) {
     MergedVariable& v = table_.variables()[i];
@@ -305,8 +306,8 @@ void DictionaryDecoder::addNumericMissing(zorb::VariableBuilder& b, RawVariable 
     diag_.warn(r.offset + 8, "missing value code -1 is not valid: ignored");
     return;
   }
-  // LOWEST is stored as 0xffeffffffffffffe (or -DBL_MAX from SPSS 21 on, says the format's
-  // documentation); writers that forge subtype 4 use their own constants throughout.
+  // LOWEST is stored as 0xffeffffffffffffe (or -DBL_MAX in release-21 files and later, says the
+  // format's documentation); writers that forge subtype 4 use their own constants throughout.
   double low = values[0], high = values[1];
   if (low == -DBL_MAX || (haveFileConstants_ && low == fileLowest_)) low = fromBits(lowestBits);
   if (haveFileConstants_ && high == fileHighest_) high = DBL_MAX;
@@ -427,7 +428,7 @@ void DictionaryDecoder::addDisplayParameters() {
   if (!e) return;
   std::size_t segments = table_.segmentCount();
   std::size_t merged = table_.variables().size();
-  // One entry per segment, as SPSS writes it; some writers count merged variables instead.
+  // One entry per segment, as most writers store it; some count merged variables instead.
   bool perVariable = false;
   auto params = parseDisplayParameters(e->data, e->elementSize, e->count, segments, raw_.order, e->dataOffset, diag_,
                                        merged == segments);
@@ -547,7 +548,7 @@ void DictionaryDecoder::addVariableSets() {
     std::vector<std::string> members;
     for (auto const& raw : set.members) {
       std::string name = text(raw);
-      // Members are long names, or (SPSS 12) short names in upper case: keep the file's spelling
+      // Members are long names, or (release 12) short names in upper case: keep the file's spelling
       // when it is a variable's name, else the name of the variable whose short name it is.
       if (table_.byName(name) >= 0) {
         members.push_back(name);

@@ -7,7 +7,7 @@
 namespace savfile {
 
 struct Format {
-  int type = 5;  // host code (Part 4.2's table)
+  int type = 5;  // the host's format code
   int width = 8;
   int decimals = 2;
 };
@@ -15,9 +15,8 @@ struct Format {
 // Maps a format type code as written on disk to the host's code; 0 when the host has no name
 // for it. Codes 1..39 and 42..53 and 85/86 are the same on both sides. On disk, 40 and 41 are
 // MTIME and YMDHMS (so PSPP and ReadStat write them, and no other writer is known to put a
-// format with those codes on a variable), while the host numbers those two 85 and 86 (as IBM's
-// I/O module does) and gives 40 and 41 to G and LNUMBER, which are not variable formats. So disk
-// 40 -> 85 and 41 -> 86.
+// format with those codes on a variable), while the host numbers those two 85 and 86 and gives
+// 40 and 41 to G and LNUMBER, which are not variable formats. So disk 40 -> 85 and 41 -> 86.
 int hostFormatType(int diskType);
 
 // The host's name of a format type code, "" when it has none.

@@ -54,12 +54,12 @@ RawDictionary RecordReader::read() {
 
 void RecordReader::readHeader(RawHeader& h) {
   if (in_.remaining() < headerSize) {
-    in_.fail("not an SPSS system file: " + std::to_string(in_.remaining()) +
+    in_.fail("not a system file: " + std::to_string(in_.remaining()) +
              " bytes is shorter than a file header");
   }
   h.magic = in_.bytes(4, "the file header");
   if (isEbcdicMagic(h.magic)) in_.failAt(0, "EBCDIC system files are not supported");
-  if (h.magic != "$FL2" && h.magic != "$FL3") in_.failAt(0, "not an SPSS system file (no $FL2 or $FL3 signature)");
+  if (h.magic != "$FL2" && h.magic != "$FL3") in_.failAt(0, "not a system file (no $FL2 or $FL3 signature)");
   h.productName = in_.bytes(60, "the file header");
 
   // The layout code is 2 (or 3) in the writer's byte order, which gives the byte order itself.

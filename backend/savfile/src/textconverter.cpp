@@ -111,10 +111,10 @@ bool TextConverter::available(std::string const& name) {
 
 std::string TextConverter::codePageName(int code) {
   switch (code) {
-    case 1: return "ibm-37";    // EBCDIC
+    case 1: return "cp037";     // EBCDIC
     case 2:                     // "7-bit ASCII", but writers put Windows text under it
     case 3: return "windows-1252";  // "8-bit ASCII"
-    case 4: return "ibm-943";   // DEC Kanji: no better guess than Shift-JIS
+    case 4: return "cp943";     // DEC Kanji: no better guess than Shift-JIS
     case 65001: return "UTF-8";
     case 20127: return "US-ASCII";
     case 932: return "windows-31j";
@@ -126,7 +126,8 @@ std::string TextConverter::codePageName(int code) {
   if (code <= 0) return "";
   std::string n = std::to_string(code);
   if (code >= 28591 && code <= 28606) return "ISO-8859-" + std::to_string(code - 28590);
-  for (std::string candidate : {"windows-" + n, "cp" + n, "ibm-" + n}) {
+  // ICU knows the code pages writers use under one of these two names.
+  for (std::string candidate : {"windows-" + n, "cp" + n}) {
     if (available(candidate)) return candidate;
   }
   return "";

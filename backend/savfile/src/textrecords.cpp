@@ -180,7 +180,7 @@ std::vector<RawVeryLongString> parseVeryLongStrings(std::string const& text, std
     }
     RawVeryLongString entry;
     entry.name = trimmed(item.substr(0, eq), true);
-    // Digits up to the NUL (which some writers leave out); SPSS 13 pads them with zeros.
+    // Digits up to the NUL (which some writers leave out); release-13 files pad them with zeros.
     std::string digits = trimmed(item.substr(eq + 1), true);
     std::size_t nul = digits.find('\0');
     if (nul != std::string::npos) digits.resize(nul);

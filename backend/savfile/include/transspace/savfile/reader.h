@@ -1,4 +1,4 @@
-// Reads the dictionary of an SPSS system file (.sav, or .zsav whose dictionary is uncompressed)
+// Reads the dictionary of a system file (.sav, or .zsav whose dictionary is uncompressed)
 // into the host's data-source model.
 #pragma once
 

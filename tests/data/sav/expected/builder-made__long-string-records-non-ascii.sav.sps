@@ -1,0 +1,7 @@
+SET TVARS=NAMES.
+GET FILE='../builder-made/long-string-records-non-ascii.sav'.
+DISPLAY DICTIONARY.
+SHOW N.
+SHOW WEIGHT.
+DISPLAY ATTRIBUTES.
+MRSETS /DISPLAY NAME=ALL.
