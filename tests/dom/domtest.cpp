@@ -1,5 +1,7 @@
 #include "domtest.h"
 
+#include "transutf16.h"
+
 #include "zorb/datasourcebuilder.h"
 #include "zorb/platform.h"
 
@@ -133,7 +135,7 @@ TransString ts(std::string const& utf8) { return TransString(utf8.c_str()); }
 std::string utf8(TransString const& text) {
   TransStatus status;
   std::string out;
-  icu::UnicodeString(text.asUTF16(status)).toUTF8String(out);
+  icu::UnicodeString(TransUTF16::internal(text.asUTF16(status))).toUTF8String(out);
   return out;
 }
 
@@ -141,7 +143,7 @@ std::vector<std::string> utf8(TransStringList const& list) {
   std::vector<std::string> out;
   for (unsigned long i = 0; i < list.size(); ++i) {
     std::string entry;
-    icu::UnicodeString(list.asUTF16(i)).toUTF8String(entry);
+    icu::UnicodeString(TransUTF16::internal(list.asUTF16(i))).toUTF8String(entry);
     out.push_back(entry);
   }
   return out;
@@ -161,7 +163,7 @@ std::vector<std::string> take(TransStringList* list) {
 
 std::string unitsAsBytes(TransString const& text) {
   TransStatus status;
-  icu::UnicodeString units(text.asUTF16(status));
+  icu::UnicodeString units(TransUTF16::internal(text.asUTF16(status)));
   std::string bytes(static_cast<std::size_t>(units.length()) * 2, '\0');
   std::memcpy(&bytes[0], units.getBuffer(), bytes.size());
   return bytes;

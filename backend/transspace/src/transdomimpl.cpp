@@ -5,6 +5,7 @@
 #include "transdictionaryimpl.h"
 #include "transpathindex.h"
 #include "transsourcetree.h"
+#include "transutf16.h"
 #include "transutil.h"
 #include "transxmlcharray.h"
 
@@ -80,9 +81,7 @@ bool blankArgument(TransString const& argument, TransStatus& status) {
   return trimmed.trim(status).empty();
 }
 
-unsigned short const* exported(XalanDOMString const& text) {
-  return reinterpret_cast<unsigned short const*>(text.c_str());
-}
+unsigned short const* exported(XalanDOMString const& text) { return TransUTF16::exported(text.c_str()); }
 
 // A query's context and path: UTF-16 through an ICU string into a Xalan string.
 XalanDOMString xalanString(UChar const* text) {
@@ -296,7 +295,7 @@ TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
   if (units > 0) std::memcpy(buffer, target.getRawBuffer(), static_cast<std::size_t>(units) * 2);
   text.releaseBuffer(units);
   if (text.isEmpty()) status.warning(true);
-  return new TransString(reinterpret_cast<unsigned short const*>(text.getTerminatedBuffer()));
+  return new TransString(TransUTF16::exported(text.getTerminatedBuffer()));
 }
 
 TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
@@ -305,7 +304,8 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   TransStatus c;
   TransString codepage(TransUtil::codepage().c_str());
   XalanDOMString codepageName(xalanMemoryManager());
-  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(codepage.asUTF16(c)), codepageName);
+  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(TransUTF16::internal(codepage.asUTF16(c))),
+                                           codepageName);
   assert(! c.failure() && ! c.warning());
   MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
   serializer.write(document_, target, status);
@@ -405,8 +405,8 @@ TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString
   }
   TransStatus p;
   TransStatus c;
-  UChar const* pathText = path.asUTF16(p);
-  UChar const* contextText = context.asUTF16(c);
+  UChar const* pathText = TransUTF16::internal(path.asUTF16(p));
+  UChar const* contextText = TransUTF16::internal(context.asUTF16(c));
   Result result = evaluateXPath(contextText, pathText, status);
   assert(! c.failure() && ! c.warning());
   assert(! p.failure() && ! p.warning());

@@ -21,6 +21,7 @@
 #include <memory>
 #include <vector>
 
+#include <unicode/umachine.h>
 #include <xalanc/Include/PlatformDefinitions.hpp>
 #include <xalanc/XPath/XObject.hpp>
 #include <xercesc/util/XercesDefs.hpp>
