@@ -8,6 +8,9 @@
 #include <clocale>
 #include <cstring>
 
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
 #include <unicode/unistr.h>
 
 using namespace xercesc;
@@ -111,6 +114,27 @@ Document documentWithOutsideNodes() {
 }
 
 Document emptyDocument() { return newDocument(); }
+
+Document parsedDocument(std::string const& xml) {
+  XercesDOMParser parser;
+  MemBufInputSource input(reinterpret_cast<XMLByte const*>(xml.data()), xml.size(), "parsed-document");
+  parser.parse(input);
+  EXPECT_EQ(parser.getErrorCount(), 0u) << xml;
+  if (parser.getErrorCount() != 0) return Document();
+  return Document(parser.adoptDocument());
+}
+
+char const* const parsedCatalogueXML =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE catalogue [\n"
+    "  <!ATTLIST item id ID #IMPLIED>\n"
+    "  <!ENTITY maker \"Acme &#38;#38; Sons\">\n"
+    "]>\n"
+    "<catalogue count=\"2\">\n"
+    "  <item id=\"a\" label=\"Apple\" price=\"1.5\">apple <![CDATA[<raw> & text]]> end</item>\n"
+    "  <item id=\"b\" label=\"by &maker;\" price=\"2\">made by &maker;</item>\n"
+    "  <!-- a comment -->\n"
+    "</catalogue>\n";
 
 ZORB_DataSource dictionarySource(int variables) {
   zorb::DataSourceBuilder builder;

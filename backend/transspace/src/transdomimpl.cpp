@@ -4,6 +4,7 @@
 
 #include "transdictionaryimpl.h"
 #include "transpathindex.h"
+#include "transrootstep.h"
 #include "transsourcetree.h"
 #include "transutf16.h"
 #include "transutil.h"
@@ -17,6 +18,7 @@
 #include <xalanc/DOMSupport/XalanDocumentPrefixResolver.hpp>
 #include <xalanc/ICUBridge/ICUBridge.hpp>
 #include <xalanc/XPath/NodeRefListBase.hpp>
+#include <xalanc/XPath/XPath.hpp>
 #include <xalanc/XPath/XPathEvaluator.hpp>
 #include <xalanc/XalanDOM/XalanNode.hpp>
 #include <xalanc/XalanSourceTree/XalanSourceTreeDOMSupport.hpp>
@@ -38,6 +40,7 @@ using XALAN_CPP_NAMESPACE::XalanSourceTreeDOMSupport;
 using XALAN_CPP_NAMESPACE::XercesParserLiaison;
 using XALAN_CPP_NAMESPACE::XObject;
 using XALAN_CPP_NAMESPACE::XObjectPtr;
+using XALAN_CPP_NAMESPACE::XPath;
 using XALAN_CPP_NAMESPACE::XPathEvaluator;
 
 using XERCES_CPP_NAMESPACE::DOMConfiguration;
@@ -318,10 +321,7 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
 
 TransDOMImpl::Result TransDOMImpl::evaluateXPath(UChar const* context, UChar const* path, TransStatus& status) const {
   // A value without a document (addDictionary returned null) answers every query with failure.
-  // So does a document without a root element: Xalan 1.12 dereferences null (SIGSEGV) for every
-  // absolute path on such a document, on the wrapper and on a source tree alike (XPath::findRoot
-  // walks up from the document node looking for a document fragment).
-  if (document_ == nullptr || document_->getDocumentElement() == nullptr) {
+  if (document_ == nullptr) {
     status.failure(true);
     return Result();
   }
@@ -346,8 +346,15 @@ TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixRes
                                               TransPathIndex* index, UChar const* context, UChar const* path,
                                               TransStatus& status) const {
   Result result;
+  // Without a root element, an expression holding a root step would crash Xalan: it fails instead
+  // (see TransRootStep). A malformed context raises from this check as it would when selected.
+  bool const rootless = document_->getDocumentElement() == nullptr;
+  if (rootless && holdsRootStep(context, resolver)) {
+    status.failure(true);
+    return result;
+  }
   XalanNode* node = selectContext(document, resolver, index, context);
-  if (node == nullptr) {
+  if (node == nullptr || (rootless && pathHoldsRootStep(path, resolver))) {
     status.failure(true);
     return result;
   }
@@ -381,6 +388,26 @@ XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver c
   } catch (...) {
     renewEvaluator();
     throw;
+  }
+}
+
+// Whether `expression`, as Xalan compiles it, holds a location step from the root. A malformed
+// expression raises (XPathParserException), as evaluating it would.
+bool TransDOMImpl::holdsRootStep(UChar const* expression, PrefixResolver const& resolver) const {
+  XalanDOMString const text = xalanString(expression);
+  XPathEvaluator& evaluator = *evaluator_;
+  auto destroy = [&evaluator](XPath* compiled) { evaluator.destroyXPath(compiled); };
+  std::unique_ptr<XPath, decltype(destroy)> const compiled(evaluator.createXPath(text.c_str(), resolver), destroy);
+  return TransRootStep::occursIn(compiled->getExpression());
+}
+
+// The same for the path, whose errors are the query's failure rather than the caller's exception:
+// a path that does not compile counts as one that cannot be evaluated.
+bool TransDOMImpl::pathHoldsRootStep(UChar const* path, PrefixResolver const& resolver) const {
+  try {
+    return holdsRootStep(path, resolver);
+  } catch (...) {
+    return true;
   }
 }
 
