@@ -15,10 +15,10 @@ int main() {
   bool same = !(name < shouted) && !(shouted < name);
   std::printf("Straße and STRASSE are %s keys\n", same ? "the same" : "different");
 
-  // UTF-16 crosses the exported signatures as unsigned short; ICU's UChar is char16_t.
+  // UTF-16 goes in and comes out as NUL-terminated unsigned short units.
   TransStringList list;
-  list.push_back(reinterpret_cast<unsigned short const*>(name.asUTF16()));
-  list.push_back(reinterpret_cast<unsigned short const*>(shouted.asUTF16()));
+  list.push_back(name.asUTF16());
+  list.push_back(shouted.asUTF16());
   char const* const* texts = list.asMBCSArray(status);
   for (unsigned long i = 0; i < list.size(); ++i) std::printf("list[%lu] = %s\n", i, texts[i]);
   return 0;

@@ -1,6 +1,7 @@
 // Shared helpers of the core tests.
 #pragma once
 
+#include "transutf16.h"
 #include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>
@@ -47,10 +48,13 @@ protected:
 };
 
 // The UTF-16 text of a char16_t literal as the exported signatures take it.
-inline unsigned short const* us(char16_t const* text) { return reinterpret_cast<unsigned short const*>(text); }
+inline unsigned short const* us(char16_t const* text) { return TransUTF16::exported(text); }
 
-// A UTF-16 pointer read back as an ICU string (for comparison and printing).
-inline icu::UnicodeString u16(UChar const* text) { return text == nullptr ? icu::UnicodeString() : icu::UnicodeString(text); }
+// A UTF-16 pointer from the exported signatures read back as an ICU string (for comparison and
+// printing).
+inline icu::UnicodeString u16(unsigned short const* text) {
+  return text == nullptr ? icu::UnicodeString() : icu::UnicodeString(TransUTF16::internal(text));
+}
 
 inline std::string utf8(icu::UnicodeString const& text) {
   std::string out;

@@ -54,11 +54,11 @@ char const* TransString::asMBCS(TransStatus& status) const {
   return result;
 }
 
-UChar const* TransString::asUTF16(TransStatus& status) const {
-  using Real = UChar const* (*)(TransString const*, TransStatus&);
+unsigned short const* TransString::asUTF16(TransStatus& status) const {
+  using Real = unsigned short const* (*)(TransString const*, TransStatus&);
   static Real const real = nextDefinition<Real>("_ZNK11TransString7asUTF16ER11TransStatus");
   ++gInterposedCalls;
-  UChar const* result = real(this, status);
+  unsigned short const* result = real(this, status);
   if (gForceFailure) status.failure(true);
   return result;
 }
@@ -79,8 +79,8 @@ std::string mbcs(TransString const& text) {
 
 icu::UnicodeString utf16(TransString const& text) {
   TransStatus status;
-  UChar const* units = text.asUTF16(status);
-  return units == nullptr ? icu::UnicodeString(u"<null>") : icu::UnicodeString(units);
+  unsigned short const* units = text.asUTF16(status);
+  return units == nullptr ? icu::UnicodeString(u"<null>") : u16(units);
 }
 
 // An empty text: both readings are an empty string, never null, and each warns without failure.
@@ -92,7 +92,7 @@ void expectEmptyWithWarning(TransString const& text) {
   EXPECT_STREQ(bytes, "");
   EXPECT_TRUE(status.warning());
   EXPECT_FALSE(status.failure());
-  UChar const* units = text.asUTF16(status);
+  unsigned short const* units = text.asUTF16(status);
   ASSERT_NE(units, nullptr);
   EXPECT_EQ(units[0], 0);
   EXPECT_TRUE(status.warning());
@@ -147,12 +147,12 @@ TEST_F(TransStringTest, BuiltFromUtf16GivesTheSameUnitsAndTheCodePageBytes) {
   EXPECT_FALSE(string.empty());
   TransStatus status;
   status.failure(true);  // reset by the call
-  UChar const* units = string.asUTF16(status);
+  unsigned short const* units = string.asUTF16(status);
   EXPECT_FALSE(status.warning());
   EXPECT_FALSE(status.failure());
   ASSERT_NE(units, nullptr);
-  EXPECT_EQ(icu::UnicodeString(units), icu::UnicodeString(text));
-  EXPECT_EQ(std::char_traits<char16_t>::length(reinterpret_cast<char16_t const*>(units)),
+  EXPECT_EQ(u16(units), icu::UnicodeString(text));
+  EXPECT_EQ(std::char_traits<char16_t>::length(TransUTF16::internal(units)),
             std::char_traits<char16_t>::length(text));
   status.warning(true);
   EXPECT_STREQ(string.asMBCS(status), "Gr\xC3\xBC\xC3\x9F" "e \xE4\xB8\xAD \xF0\x9F\x98\x80");
@@ -205,7 +205,7 @@ TEST_F(TransStringTest, ConvertedFormsAreCached) {
 
   zorb::ResetPlatformSettings();
   TransString fromMbcs("abc");
-  UChar const* units = fromMbcs.asUTF16(status);
+  unsigned short const* units = fromMbcs.asUTF16(status);
   EXPECT_EQ(fromMbcs.asUTF16(status), units);
 }
 
@@ -221,7 +221,7 @@ TEST_F(TransStringTest, UnconvertibleFormIsEmptyWithoutAFlagAndRetriedLater) {
   EXPECT_FALSE(status.warning());
   EXPECT_FALSE(status.failure());
   EXPECT_FALSE(fromUtf16.empty());
-  UChar const* units = fromMbcs.asUTF16(status);
+  unsigned short const* units = fromMbcs.asUTF16(status);
   ASSERT_NE(units, nullptr);
   EXPECT_EQ(units[0], 0);
   EXPECT_FALSE(status.warning());
@@ -468,7 +468,7 @@ TEST_F(TransStringTest, CopyLeavesEarlierPointersOfTheSourceValid) {
   char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";
   TransString source(us(text));
   TransStatus status;
-  UChar const* const before = source.asUTF16(status);
+  unsigned short const* const before = source.asUTF16(status);
   {
     TransString const copy(source);
     EXPECT_EQ(source.asUTF16(status), before);  // asked while the copy is alive
@@ -499,8 +499,8 @@ TEST_F(TransStringTest, AfterSwapEarlierPointersBelongToTheOtherString) {
   TransString b(us(u"beta"));
   TransStatus status;
   char const* aBytes = a.asMBCS(status);
-  UChar const* aUnits = a.asUTF16(status);
-  UChar const* bUnits = b.asUTF16(status);
+  unsigned short const* aUnits = a.asUTF16(status);
+  unsigned short const* bUnits = b.asUTF16(status);
   a.swap(b);
   EXPECT_EQ(b.asMBCS(status), aBytes);
   EXPECT_EQ(b.asUTF16(status), aUnits);

@@ -119,7 +119,7 @@ TEST_F(TransStringListTest, NullPointerAppendsAnEmptyText) {
   list.push_back(nullptr, status);
   expectNoFlag(status);
   EXPECT_EQ(list.size(), 1u);
-  UChar const* units = list.asUTF16(0, status);
+  unsigned short const* units = list.asUTF16(0, status);
   ASSERT_NE(units, nullptr);
   EXPECT_EQ(units[0], 0);
   EXPECT_TRUE(status.warning());
@@ -171,7 +171,7 @@ TEST_F(TransStringListTest, Utf16ArrayReportsEmptyElementsOnlyWhenBuilt) {
   list.push_back(us(u"c"));
   EXPECT_EQ(list.size(), 3u);
   TransStatus status;
-  UChar const* const* first = list.asUTF16Array(status);
+  unsigned short const* const* first = list.asUTF16Array(status);
   ASSERT_NE(first, nullptr);
   EXPECT_TRUE(status.warning());
   EXPECT_FALSE(status.failure());
@@ -179,9 +179,9 @@ TEST_F(TransStringListTest, Utf16ArrayReportsEmptyElementsOnlyWhenBuilt) {
   ASSERT_NE(first[1], nullptr);
   EXPECT_EQ(first[1][0], 0);
   EXPECT_EQ(u16(first[2]), icu::UnicodeString(u"c"));
-  UChar const* const entries[] = {first[0], first[1], first[2]};
+  unsigned short const* const entries[] = {first[0], first[1], first[2]};
 
-  UChar const* const* second = list.asUTF16Array(status);
+  unsigned short const* const* second = list.asUTF16Array(status);
   expectNoFlag(status);
   ASSERT_EQ(second, first);
   for (int i = 0; i < 3; ++i) EXPECT_EQ(second[i], entries[i]) << i;
@@ -190,7 +190,7 @@ TEST_F(TransStringListTest, Utf16ArrayReportsEmptyElementsOnlyWhenBuilt) {
 TEST_F(TransStringListTest, Utf16ArrayPointsAtTheElementsThemselves) {
   TransStringList list = listOf({u"x", u"y"});
   TransStatus status;
-  UChar const* const* array = list.asUTF16Array(status);
+  unsigned short const* const* array = list.asUTF16Array(status);
   ASSERT_NE(array, nullptr);
   expectNoFlag(status);
   EXPECT_EQ(list.asUTF16(0, status), array[0]);
@@ -202,7 +202,7 @@ TEST_F(TransStringListTest, Utf16ArrayIsRebuiltAfterPushBack) {
   ASSERT_NE(list.asUTF16Array(), nullptr);
   list.push_back(nullptr);
   TransStatus status;
-  UChar const* const* array = list.asUTF16Array(status);
+  unsigned short const* const* array = list.asUTF16Array(status);
   ASSERT_NE(array, nullptr);
   EXPECT_TRUE(status.warning());  // the rebuild sees the new empty element
   EXPECT_EQ(u16(array[0]), icu::UnicodeString(u"a"));
@@ -329,9 +329,9 @@ TEST_F(TransStringListTest, CopyTakesTheElementsButNotTheCaches) {
 TEST_F(TransStringListTest, CopyLeavesThePointersOfTheSourceValid) {
   char16_t const text[] = u"a text long enough for ICU to keep it in a heap buffer";
   TransStringList source = listOf({text, u"short"});
-  UChar const* const* array = source.asUTF16Array();
+  unsigned short const* const* array = source.asUTF16Array();
   ASSERT_NE(array, nullptr);
-  UChar const* const first = array[0];
+  unsigned short const* const first = array[0];
   {
     TransStringList const copy(source);
     EXPECT_EQ(source.asUTF16(0), first);  // asked while the copy is alive
@@ -342,7 +342,7 @@ TEST_F(TransStringListTest, CopyLeavesThePointersOfTheSourceValid) {
     EXPECT_EQ(source.asUTF16(0), first);
   }
   EXPECT_EQ(source.asUTF16(0), first);
-  UChar const* const* again = source.asUTF16Array();
+  unsigned short const* const* again = source.asUTF16Array();
   ASSERT_NE(again, nullptr);
   EXPECT_EQ(again[0], source.asUTF16(0));
   EXPECT_EQ(u16(again[0]), icu::UnicodeString(text));
@@ -351,7 +351,7 @@ TEST_F(TransStringListTest, CopyLeavesThePointersOfTheSourceValid) {
 TEST_F(TransStringListTest, AssignmentAndSwap) {
   TransStringList a = listOf({u"a"});
   TransStringList b = listOf({u"b1", u"b2"});
-  UChar const* const* aArray = a.asUTF16Array();
+  unsigned short const* const* aArray = a.asUTF16Array();
   a.swap(b);
   EXPECT_EQ(a.size(), 2u);
   EXPECT_EQ(b.size(), 1u);

@@ -1,10 +1,15 @@
 #include "domtest.h"
 
+#include "transutf16.h"
+
 #include <transspace/zorb/datasourcebuilder.h>
 #include <transspace/zorb/platform.h>
 
 #include <clocale>
 #include <cstring>
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include <unicode/unistr.h>
 
@@ -110,6 +115,27 @@ Document documentWithOutsideNodes() {
 
 Document emptyDocument() { return newDocument(); }
 
+Document parsedDocument(std::string const& xml) {
+  XercesDOMParser parser;
+  MemBufInputSource input(reinterpret_cast<XMLByte const*>(xml.data()), xml.size(), "parsed-document");
+  parser.parse(input);
+  EXPECT_EQ(parser.getErrorCount(), 0u) << xml;
+  if (parser.getErrorCount() != 0) return Document();
+  return Document(parser.adoptDocument());
+}
+
+char const* const parsedCatalogueXML =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE catalogue [\n"
+    "  <!ATTLIST item id ID #IMPLIED>\n"
+    "  <!ENTITY maker \"Acme &#38;#38; Sons\">\n"
+    "]>\n"
+    "<catalogue count=\"2\">\n"
+    "  <item id=\"a\" label=\"Apple\" price=\"1.5\">apple <![CDATA[<raw> & text]]> end</item>\n"
+    "  <item id=\"b\" label=\"by &maker;\" price=\"2\">made by &maker;</item>\n"
+    "  <!-- a comment -->\n"
+    "</catalogue>\n";
+
 ZORB_DataSource dictionarySource(int variables) {
   zorb::DataSourceBuilder builder;
   for (int k = 0; k < variables; ++k) {
@@ -133,7 +159,7 @@ TransString ts(std::string const& utf8) { return TransString(utf8.c_str()); }
 std::string utf8(TransString const& text) {
   TransStatus status;
   std::string out;
-  icu::UnicodeString(text.asUTF16(status)).toUTF8String(out);
+  icu::UnicodeString(TransUTF16::internal(text.asUTF16(status))).toUTF8String(out);
   return out;
 }
 
@@ -141,7 +167,7 @@ std::vector<std::string> utf8(TransStringList const& list) {
   std::vector<std::string> out;
   for (unsigned long i = 0; i < list.size(); ++i) {
     std::string entry;
-    icu::UnicodeString(list.asUTF16(i)).toUTF8String(entry);
+    icu::UnicodeString(TransUTF16::internal(list.asUTF16(i))).toUTF8String(entry);
     out.push_back(entry);
   }
   return out;
@@ -161,7 +187,7 @@ std::vector<std::string> take(TransStringList* list) {
 
 std::string unitsAsBytes(TransString const& text) {
   TransStatus status;
-  icu::UnicodeString units(text.asUTF16(status));
+  icu::UnicodeString units(TransUTF16::internal(text.asUTF16(status)));
   std::string bytes(static_cast<std::size_t>(units.length()) * 2, '\0');
   std::memcpy(&bytes[0], units.getBuffer(), bytes.size());
   return bytes;

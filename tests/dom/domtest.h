@@ -51,6 +51,14 @@ Document plainDeclarationsDocument();
 Document documentWithOutsideNodes();
 // A document without a root element.
 Document emptyDocument();
+// A document parsed from XML text by Xerces' DOM parser with its defaults: the internal DTD is
+// read (so attributes it declares as ID are IDs), CDATA sections stay CDATA nodes and references
+// to declared entities stay entity reference nodes holding the replacement text. Fails the
+// test (null result) when the text does not parse.
+Document parsedDocument(std::string const& xml);
+// The parsed document of the tests: a DTD declaring an ID attribute and an entity, a CDATA
+// section, entity references in text and in an attribute, and a comment.
+extern char const* const parsedCatalogueXML;
 
 // A data source of `variables` numeric variables v0, v1, ... with labels "Label K", two value
 // labels each, missing values on every third, a weight variable, a variable set, a multiple

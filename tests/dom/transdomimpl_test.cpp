@@ -113,6 +113,64 @@ TEST_F(DOMTest, SelfAssignmentKeepsTheDocument) {
   EXPECT_EQ(mbcsXML(value), text);
 }
 
+// A document parsed from XML text: the copy keeps the root element's subtree as the parser made it
+// (CDATA sections, entity reference nodes, attribute values with their references replaced) and
+// drops the DTD, so a reference in content is written back as a reference it no longer declares.
+TEST_F(DOMTest, CopyOfAParsedDocumentKeepsItsRootSubtree) {
+  Document source = parsedDocument(parsedCatalogueXML);
+  ASSERT_NE(source, nullptr);
+  std::unique_ptr<TransValue> value(new TransValue(source.get()));
+  source.reset();
+  std::string const expected = std::string(xmlDeclaration) +
+                               "<catalogue count=\"2\">\n"
+                               "  <item id=\"a\" label=\"Apple\" price=\"1.5\">apple <![CDATA[<raw> & text]]> end</item>\n"
+                               "  <item id=\"b\" label=\"by Acme &amp; Sons\" price=\"2\">made by &maker;</item>\n"
+                               "  <!-- a comment -->\n"
+                               "</catalogue>";
+  EXPECT_EQ(mbcsXML(*value), expected);
+  TransValue copy(*value);
+  TransValue assigned;
+  assigned = *value;
+  value.reset();
+  EXPECT_EQ(mbcsXML(copy), expected);
+  EXPECT_EQ(mbcsXML(assigned), expected);
+  EXPECT_EQ(take(copy.asString(ts("/catalogue/item[1]"), ts("string(.)"))), "apple <raw> & text end");
+  EXPECT_EQ(take(assigned.asString(ts("/catalogue/item[2]"), ts("@label"))), "by Acme & Sons");
+}
+
+// The deepest nesting a document value is tested at. (No depth limit of the library's own exists
+// yet; this is deep enough that anything recursive per level would show.)
+constexpr int kDeepestNesting = 10000;
+
+Document deepDocument(int levels) {
+  Document document(xercesc::DOMImplementation::getImplementation()->createDocument());
+  xercesc::DOMNode* parent = document.get();
+  for (int level = 0; level < levels; ++level) {
+    xercesc::DOMElement* element = document->createElement(u"e");
+    parent->appendChild(element);
+    parent = element;
+  }
+  parent->appendChild(document->createTextNode(u"bottom"));
+  return document;
+}
+
+TEST_F(DOMTest, CopyAndAssignmentOfADeepDocument) {
+  Document source = deepDocument(kDeepestNesting);
+  std::unique_ptr<TransValue> value(new TransValue(source.get()));
+  source.reset();
+  std::string const text = mbcsXML(*value);
+  TransValue copy(*value);
+  TransValue assigned;
+  assigned = *value;
+  value.reset();
+  for (TransValue const* survivor : {&copy, &assigned}) {
+    EXPECT_EQ(mbcsXML(*survivor), text);
+    EXPECT_EQ(survivor->asDouble(ts("/e"), ts("count(descendant::e)")), kDeepestNesting - 1.0);
+    EXPECT_EQ(take(survivor->asString(ts("//e[not(e)]"), ts("text()"))), "bottom");
+    EXPECT_EQ(survivor->asDouble(ts("//e[not(e)]"), ts("count(ancestor::e)")), kDeepestNesting - 1.0);
+  }
+}
+
 // ---- the whole-value views ----
 
 void expectXMLTextWithWarning(TransValue const& value) {

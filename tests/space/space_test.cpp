@@ -2,6 +2,7 @@
 // their flags (the failure table row by row) and the assertions of the forms without status.
 #include "spacetestsupport.h"
 #include <transspace/transspace.h>
+#include "transutf16.h"
 
 #include <gtest/gtest.h>
 
@@ -105,13 +106,13 @@ TEST_F(TransSpaceTest, ListIsInCaseInsensitiveOrderWithTheAddedCase) {
 }
 
 TEST_F(TransSpaceTest, ListNamesAreUTF16Conversions) {
-  space.add(TransString(reinterpret_cast<unsigned short const*>(u"\u00c4pfel")), TransValue(1.0));
+  space.add(TransString(TransUTF16::exported(u"\u00c4pfel")), TransValue(1.0));
   space.add(TransString("Birne"), TransValue(1.0));  // an MBCS key, converted for the list
   OwnedList list(space.list());
   ASSERT_EQ(list->size(), 2u);
   TransStatus status;
-  EXPECT_EQ(std::u16string(list->asUTF16(1, status)), u"\u00c4pfel");  // U+00C4 sorts after B
-  EXPECT_EQ(std::u16string(list->asUTF16(0, status)), u"Birne");
+  EXPECT_EQ(std::u16string(TransUTF16::internal(list->asUTF16(1, status))), u"\u00c4pfel");  // U+00C4 sorts after B
+  EXPECT_EQ(std::u16string(TransUTF16::internal(list->asUTF16(0, status))), u"Birne");
 }
 
 // Edge case: a name differing only in letter case is a duplicate; find works in any case.

@@ -1,6 +1,7 @@
 // Null and text values (TransNullImpl, TransTextImpl), directly and through TransValue.
 #include "transnullimpl.h"
 #include "transtextimpl.h"
+#include "transutf16.h"
 #include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 
@@ -65,7 +66,7 @@ TEST(TransTextImplTest, NumericTextParses) {
   EXPECT_EQ(flags(status), kNone);
 
   status = dirtyStatus();
-  EXPECT_EQ(parsed(TransString(reinterpret_cast<unsigned short const*>(u"12")), status), 12.0);
+  EXPECT_EQ(parsed(TransString(TransUTF16::exported(u"12")), status), 12.0);
   EXPECT_EQ(flags(status), kNone);
 
   status = dirtyStatus();
@@ -118,7 +119,7 @@ TEST(TransTextImplTest, EmptyTextAsStringWarnsOnly) {
 }
 
 TEST(TransTextImplTest, AsStringIsANewCopyOfTheText) {
-  TransTextImpl const impl{TransString(reinterpret_cast<unsigned short const*>(u"Stra\u00dfe"))};
+  TransTextImpl const impl{TransString(TransUTF16::exported(u"Stra\u00dfe"))};
   TransStatus status = dirtyStatus();
   OwnedString string(impl.asString(status));
   EXPECT_EQ(utf16(*string), u"Stra\u00dfe");

@@ -6,15 +6,16 @@
 // target exports it, ENABLE_EXPORTS) and injects the failure that the assertion guards against.
 #include <transspace/transstring.h>
 #include "transtextimpl.h"
+#include "transutf16.h"
 #include "valuetestsupport.h"
 
 #include <gtest/gtest.h>
 
-UChar const* TransString::asUTF16(TransStatus& status) const {
+unsigned short const* TransString::asUTF16(TransStatus& status) const {
   static char16_t const twelve[] = u"12";
   status.reset();
   status.failure(true);
-  return twelve;
+  return TransUTF16::exported(twelve);
 }
 
 namespace {

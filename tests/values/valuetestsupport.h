@@ -6,6 +6,7 @@
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
 #include "transtestsupport.h"
+#include "transutf16.h"
 #include <transspace/transvalue.h>
 #include "transvalueimpl.h"
 
@@ -27,7 +28,7 @@ using namespace transtest;
 
 inline std::u16string utf16(TransString const& string) {
   TransStatus local;
-  return std::u16string(string.asUTF16(local));
+  return std::u16string(TransUTF16::internal(string.asUTF16(local)));
 }
 
 // Sets LC_NUMERIC for one test and restores "C" afterwards.

@@ -6,6 +6,7 @@
 #include "transintegerimpl.h"
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
+#include "transutf16.h"
 #include "transutil.h"
 #include <transspace/transvalue.h>
 #include "transxmlcharray.h"
@@ -333,8 +334,8 @@ XMLCh const* TransDictionaryImpl::convertText(char const* mbcs) {
   return convertUTF16(text.asUTF16(status));
 }
 
-XMLCh const* TransDictionaryImpl::convertUTF16(UChar const* utf16) {
-  icu::UnicodeString unicode(utf16);
+XMLCh const* TransDictionaryImpl::convertUTF16(unsigned short const* utf16) {
+  icu::UnicodeString unicode(TransUTF16::internal(utf16));
   xalanc::ICUBridge::UnicodeStringToXalanDOMString(unicode, *buffer_);
   return buffer_->c_str();
 }

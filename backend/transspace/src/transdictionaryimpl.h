@@ -82,7 +82,7 @@ private:
   DOMElement* createElementWith(XMLCh const* tag, std::initializer_list<Attribute> attributes);
   void writeAttribute(DOMElement* element, Attribute const& attribute);
   XMLCh const* convertText(char const* mbcs);
-  XMLCh const* convertUTF16(UChar const* utf16);
+  XMLCh const* convertUTF16(unsigned short const* utf16);
   DOMNode* placeAfterFirstOf(DOMElement* parent, DOMNode* child, std::initializer_list<XMLCh const*> chain);
   DOMNode* insertAfter(DOMElement* parent, DOMNode* child, DOMNode* anchor);
   DOMNode* lastElementNamed(DOMElement* parent, XMLCh const* tag);

@@ -4,7 +4,9 @@
 
 #include "transdictionaryimpl.h"
 #include "transpathindex.h"
+#include "transrootstep.h"
 #include "transsourcetree.h"
+#include "transutf16.h"
 #include "transutil.h"
 #include "transxmlcharray.h"
 
@@ -16,6 +18,7 @@
 #include <xalanc/DOMSupport/XalanDocumentPrefixResolver.hpp>
 #include <xalanc/ICUBridge/ICUBridge.hpp>
 #include <xalanc/XPath/NodeRefListBase.hpp>
+#include <xalanc/XPath/XPath.hpp>
 #include <xalanc/XPath/XPathEvaluator.hpp>
 #include <xalanc/XalanDOM/XalanNode.hpp>
 #include <xalanc/XalanSourceTree/XalanSourceTreeDOMSupport.hpp>
@@ -37,6 +40,7 @@ using XALAN_CPP_NAMESPACE::XalanSourceTreeDOMSupport;
 using XALAN_CPP_NAMESPACE::XercesParserLiaison;
 using XALAN_CPP_NAMESPACE::XObject;
 using XALAN_CPP_NAMESPACE::XObjectPtr;
+using XALAN_CPP_NAMESPACE::XPath;
 using XALAN_CPP_NAMESPACE::XPathEvaluator;
 
 using XERCES_CPP_NAMESPACE::DOMConfiguration;
@@ -80,9 +84,7 @@ bool blankArgument(TransString const& argument, TransStatus& status) {
   return trimmed.trim(status).empty();
 }
 
-unsigned short const* exported(XalanDOMString const& text) {
-  return reinterpret_cast<unsigned short const*>(text.c_str());
-}
+unsigned short const* exported(XalanDOMString const& text) { return TransUTF16::exported(text.c_str()); }
 
 // A query's context and path: UTF-16 through an ICU string into a Xalan string.
 XalanDOMString xalanString(UChar const* text) {
@@ -296,7 +298,7 @@ TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
   if (units > 0) std::memcpy(buffer, target.getRawBuffer(), static_cast<std::size_t>(units) * 2);
   text.releaseBuffer(units);
   if (text.isEmpty()) status.warning(true);
-  return new TransString(reinterpret_cast<unsigned short const*>(text.getTerminatedBuffer()));
+  return new TransString(TransUTF16::exported(text.getTerminatedBuffer()));
 }
 
 TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
@@ -305,7 +307,8 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   TransStatus c;
   TransString codepage(TransUtil::codepage().c_str());
   XalanDOMString codepageName(xalanMemoryManager());
-  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(codepage.asUTF16(c)), codepageName);
+  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(TransUTF16::internal(codepage.asUTF16(c))),
+                                           codepageName);
   assert(! c.failure() && ! c.warning());
   MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
   serializer.write(document_, target, status);
@@ -318,10 +321,7 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
 
 TransDOMImpl::Result TransDOMImpl::evaluateXPath(UChar const* context, UChar const* path, TransStatus& status) const {
   // A value without a document (addDictionary returned null) answers every query with failure.
-  // So does a document without a root element: Xalan 1.12 dereferences null (SIGSEGV) for every
-  // absolute path on such a document, on the wrapper and on a source tree alike (XPath::findRoot
-  // walks up from the document node looking for a document fragment).
-  if (document_ == nullptr || document_->getDocumentElement() == nullptr) {
+  if (document_ == nullptr) {
     status.failure(true);
     return Result();
   }
@@ -346,8 +346,15 @@ TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixRes
                                               TransPathIndex* index, UChar const* context, UChar const* path,
                                               TransStatus& status) const {
   Result result;
+  // Without a root element, an expression holding a root step would crash Xalan: it fails instead
+  // (see TransRootStep). A malformed context raises from this check as it would when selected.
+  bool const rootless = document_->getDocumentElement() == nullptr;
+  if (rootless && holdsRootStep(context, resolver)) {
+    status.failure(true);
+    return result;
+  }
   XalanNode* node = selectContext(document, resolver, index, context);
-  if (node == nullptr) {
+  if (node == nullptr || (rootless && pathHoldsRootStep(path, resolver))) {
     status.failure(true);
     return result;
   }
@@ -384,6 +391,26 @@ XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver c
   }
 }
 
+// Whether `expression`, as Xalan compiles it, holds a location step from the root. A malformed
+// expression raises (XPathParserException), as evaluating it would.
+bool TransDOMImpl::holdsRootStep(UChar const* expression, PrefixResolver const& resolver) const {
+  XalanDOMString const text = xalanString(expression);
+  XPathEvaluator& evaluator = *evaluator_;
+  auto destroy = [&evaluator](XPath* compiled) { evaluator.destroyXPath(compiled); };
+  std::unique_ptr<XPath, decltype(destroy)> const compiled(evaluator.createXPath(text.c_str(), resolver), destroy);
+  return TransRootStep::occursIn(compiled->getExpression());
+}
+
+// The same for the path, whose errors are the query's failure rather than the caller's exception:
+// a path that does not compile counts as one that cannot be evaluated.
+bool TransDOMImpl::pathHoldsRootStep(UChar const* path, PrefixResolver const& resolver) const {
+  try {
+    return holdsRootStep(path, resolver);
+  } catch (...) {
+    return true;
+  }
+}
+
 // Xalan 1.12's XPathEvaluator::evaluate links its execution context to the DOM support and to an
 // environment object of its own stack frame, and unlinks them only when the expression returns:
 // after a run-time error (count(1), a failed conversion) the context keeps dangling pointers and
@@ -405,8 +432,8 @@ TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString
   }
   TransStatus p;
   TransStatus c;
-  UChar const* pathText = path.asUTF16(p);
-  UChar const* contextText = context.asUTF16(c);
+  UChar const* pathText = TransUTF16::internal(path.asUTF16(p));
+  UChar const* contextText = TransUTF16::internal(context.asUTF16(c));
   Result result = evaluateXPath(contextText, pathText, status);
   assert(! c.failure() && ! c.warning());
   assert(! p.failure() && ! p.warning());

@@ -21,6 +21,7 @@
 #include <memory>
 #include <vector>
 
+#include <unicode/umachine.h>
 #include <xalanc/Include/PlatformDefinitions.hpp>
 #include <xalanc/XPath/XObject.hpp>
 #include <xercesc/util/XercesDefs.hpp>
@@ -112,6 +113,8 @@ private:
                                                 XALAN_CPP_NAMESPACE::PrefixResolver const& resolver,
                                                 TransPathIndex* index, UChar const* context) const;
   Result evaluateOnWrapper(UChar const* context, UChar const* path, TransStatus& status) const;
+  bool holdsRootStep(UChar const* expression, XALAN_CPP_NAMESPACE::PrefixResolver const& resolver) const;
+  bool pathHoldsRootStep(UChar const* path, XALAN_CPP_NAMESPACE::PrefixResolver const& resolver) const;
   // The accessors' common start: a null result (failure set) when an argument is empty or blank.
   Result query(TransString const& context, TransString const& path, TransStatus& status) const;
 

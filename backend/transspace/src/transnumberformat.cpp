@@ -1,6 +1,7 @@
 #include "transconfig.h"
 
 #include "transnumberformat.h"
+#include "transutf16.h"
 
 #include <map>
 #include <memory>
@@ -51,7 +52,7 @@ TransString* formatWithPattern(Number value, icu::Locale const& locale, TransSta
     status.failure(true);
     status.warning(true);
   }
-  return new TransString(reinterpret_cast<unsigned short const*>(result.getTerminatedBuffer()));
+  return new TransString(TransUTF16::exported(result.getTerminatedBuffer()));
 }
 
 }  // namespace

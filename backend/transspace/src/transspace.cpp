@@ -191,8 +191,7 @@ TransStringList* TransSpace::list(TransStatus& status) const {
     // Conversion and append report into statuses of their own, never into the caller's.
     TransStatus convertStatus;
     TransStatus appendStatus;
-    UChar const* text = entry.first.asUTF16(convertStatus);
-    names->push_back(reinterpret_cast<unsigned short const*>(text), appendStatus);
+    names->push_back(entry.first.asUTF16(convertStatus), appendStatus);
   }
   return names.release();
 }

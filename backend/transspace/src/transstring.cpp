@@ -2,6 +2,7 @@
 
 #include <transspace/transstring.h>
 #include "transstringimpl.h"
+#include "transutf16.h"
 #include "transutil.h"
 
 #include <clocale>
@@ -17,7 +18,7 @@ TransStringImpl::TransStringImpl(char const* mbcs) {
 
 TransStringImpl::TransStringImpl(unsigned short const* utf16) {
   if (utf16 == nullptr) return;
-  mixed_ = icu::UnicodeString(reinterpret_cast<UChar const*>(utf16));
+  mixed_ = icu::UnicodeString(TransUTF16::internal(utf16));
   mixed_.getTerminatedBuffer();
 }
 
@@ -112,7 +113,9 @@ bool TransString::empty() const { return impl_->empty(); }
 
 char const* TransString::asMBCS(TransStatus& status) const { return impl_->asMBCS(status); }
 
-UChar const* TransString::asUTF16(TransStatus& status) const { return impl_->asUTF16(status); }
+unsigned short const* TransString::asUTF16(TransStatus& status) const {
+  return TransUTF16::exported(impl_->asUTF16(status));
+}
 
 TransString& TransString::trim(TransStatus& status) {
   impl_->trim(status);
@@ -124,10 +127,10 @@ bool TransString::operator<(TransString const& other) const { return *impl_ < *o
 // The forms without status come last: the lines that their assertions report are fixed,
 // which the #line directives below set.
 #line 92
-UChar const* TransString::asUTF16() const {
+unsigned short const* TransString::asUTF16() const {
   TransStatus status;
-  UChar const* result = asUTF16(status);
-  assert(! status.failure() && "Failure: TransString::asUTF16()");
+  unsigned short const* result = asUTF16(status);
+  TRANS_ASSERT_IN("const UChar* TransString::asUTF16() const", ! status.failure() && "Failure: TransString::asUTF16()");
   return result;
 }
 

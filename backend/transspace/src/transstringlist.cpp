@@ -2,6 +2,7 @@
 
 #include <transspace/transstringlist.h>
 #include "transstringlistimpl.h"
+#include "transutf16.h"
 #include "transutil.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ void TransStringListImpl::push_back(unsigned short const* utf16, TransStatus& st
   if (utf16 == nullptr) {
     elements_.emplace_back();
   } else {
-    elements_.emplace_back(reinterpret_cast<UChar const*>(utf16));
+    elements_.emplace_back(TransUTF16::internal(utf16));
   }
 }
 
@@ -55,7 +56,7 @@ UChar const* TransStringListImpl::asUTF16(unsigned long index, TransStatus& stat
   return text;
 }
 
-UChar const* const* TransStringListImpl::asUTF16Array(TransStatus& status) const {
+unsigned short const* const* TransStringListImpl::asUTF16Array(TransStatus& status) const {
   status.reset();
   if (empty()) {
     status.failure(true);
@@ -65,7 +66,7 @@ UChar const* const* TransStringListImpl::asUTF16Array(TransStatus& status) const
   if (utf16Array_.size() == elements_.size()) return utf16Array_.data();
   utf16Array_.clear();
   for (icu::UnicodeString& element : elements_) {
-    utf16Array_.push_back(element.getTerminatedBuffer());
+    utf16Array_.push_back(TransUTF16::exported(element.getTerminatedBuffer()));
     if (element.isEmpty()) status.warning(true);
   }
   return utf16Array_.data();
@@ -139,13 +140,13 @@ unsigned long TransStringList::size() const { return impl_->size(); }
 
 bool TransStringList::empty() const { return impl_->empty(); }
 
-UChar const* TransStringList::asUTF16(unsigned long index, TransStatus& status) const {
-  return impl_->asUTF16(index, status);
+unsigned short const* TransStringList::asUTF16(unsigned long index, TransStatus& status) const {
+  return TransUTF16::exported(impl_->asUTF16(index, status));
 }
 
-UChar const* TransStringList::asUTF16(unsigned long index) const {
+unsigned short const* TransStringList::asUTF16(unsigned long index) const {
   TransStatus status;
-  return impl_->asUTF16(index, status);
+  return asUTF16(index, status);
 }
 
 char const* TransStringList::asMBCS(unsigned long index, TransStatus& status) const {
@@ -157,9 +158,11 @@ char const* TransStringList::asMBCS(unsigned long index) const {
   return impl_->asMBCS(index, status);
 }
 
-UChar const* const* TransStringList::asUTF16Array(TransStatus& status) const { return impl_->asUTF16Array(status); }
+unsigned short const* const* TransStringList::asUTF16Array(TransStatus& status) const {
+  return impl_->asUTF16Array(status);
+}
 
-UChar const* const* TransStringList::asUTF16Array() const {
+unsigned short const* const* TransStringList::asUTF16Array() const {
   TransStatus status;
   return impl_->asUTF16Array(status);
 }

@@ -20,7 +20,8 @@ public:
   bool empty() const;
   UChar const* asUTF16(unsigned long index, TransStatus& status) const;
   char const* asMBCS(unsigned long index, TransStatus& status) const;
-  UChar const* const* asUTF16Array(TransStatus& status) const;
+  // In the exported form: the handle hands this array out as it is.
+  unsigned short const* const* asUTF16Array(TransStatus& status) const;
   char const* const* asMBCSArray(TransStatus& status) const;
   bool operator<(TransStringListImpl const& other) const;
 
@@ -30,6 +31,6 @@ private:
 
   mutable std::vector<icu::UnicodeString> elements_;
   mutable std::vector<std::string> mbcsTexts_;
-  mutable std::vector<UChar const*> utf16Array_;
+  mutable std::vector<unsigned short const*> utf16Array_;
   mutable std::vector<char const*> mbcsArray_;
 };

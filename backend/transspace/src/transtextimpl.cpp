@@ -1,6 +1,7 @@
 #include "transconfig.h"
 
 #include "transtextimpl.h"
+#include "transutf16.h"
 #include "transutil.h"
 
 #include <unicode/unistr.h>
@@ -68,7 +69,7 @@ XALAN_CPP_NAMESPACE::XalanDocument* TransTextImpl::asXalanDocument(TransStatus& 
 double TransTextImpl::asDouble(TransStatus& status) const {
   status.reset();
   TransStatus s;
-  icu::UnicodeString const text(text_.asUTF16(s));
+  icu::UnicodeString const text(TransUTF16::internal(text_.asUTF16(s)));
   double const number = TransUtil::UTF16toDouble(text);
   // The local status warns of an empty text; only a failure (which asUTF16 never reports) trips.
   assert(! s.failure());

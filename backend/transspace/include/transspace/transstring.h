@@ -5,8 +5,6 @@
 #include <transspace/transexport.h>
 #include <transspace/transstatus.h>
 
-#include <unicode/umachine.h>
-
 class TransStringImpl;
 
 class TRANS_EXPORT TransString {
@@ -21,10 +19,11 @@ public:
 
   bool empty() const;
   // Both point into the string's own caches: valid until the string is modified or destroyed.
+  // UTF-16 is NUL-terminated 16-bit units, in both directions.
   char const* asMBCS(TransStatus& status) const;
   char const* asMBCS() const;
-  UChar const* asUTF16(TransStatus& status) const;
-  UChar const* asUTF16() const;
+  unsigned short const* asUTF16(TransStatus& status) const;
+  unsigned short const* asUTF16() const;
   TransString& trim(TransStatus& status);
 
   // Case-insensitive: the upper-cased UTF-16 texts are compared in code-unit order.

@@ -5,8 +5,6 @@
 #include <transspace/transexport.h>
 #include <transspace/transstatus.h>
 
-#include <unicode/umachine.h>
-
 class TransStringListImpl;
 
 class TRANS_EXPORT TransStringList {
@@ -23,12 +21,12 @@ public:
   bool empty() const;
 
   // Every pointer points into the list's own caches; the arrays hold exactly size() entries.
-  UChar const* asUTF16(unsigned long index, TransStatus& status) const;
-  UChar const* asUTF16(unsigned long index) const;
+  unsigned short const* asUTF16(unsigned long index, TransStatus& status) const;
+  unsigned short const* asUTF16(unsigned long index) const;
   char const* asMBCS(unsigned long index, TransStatus& status) const;
   char const* asMBCS(unsigned long index) const;
-  UChar const* const* asUTF16Array(TransStatus& status) const;
-  UChar const* const* asUTF16Array() const;
+  unsigned short const* const* asUTF16Array(TransStatus& status) const;
+  unsigned short const* const* asUTF16Array() const;
   // A second call on an unchanged list returns null with no flag: keep the
   // pointer of the first call.
   char const* const* asMBCSArray(TransStatus& status) const;
