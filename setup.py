@@ -3,6 +3,7 @@ package (module, stubs, the libraries it needs) into the wheel's tree; see pypro
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -10,6 +11,8 @@ from setuptools import Extension, setup
 from setuptools.command.build_ext import build_ext
 
 SOURCE = pathlib.Path(__file__).resolve().parent
+# The project's version, as CMake has it.
+VERSION = re.search(r"project\(transspace VERSION ([0-9.]+)", (SOURCE / "CMakeLists.txt").read_text()).group(1)
 
 
 class CMakeBuild(build_ext):
@@ -30,6 +33,7 @@ class CMakeBuild(build_ext):
 
 
 setup(
+    version=VERSION,
     packages=["transspace"],
     package_dir={"": "python"},
     package_data={"transspace": ["__init__.pyi", "py.typed"]},
