@@ -1,7 +1,8 @@
 // Queries on the dictionary of a system file through the library's public C++ API, the road the
 // Python module wraps: read the file, make the document value, then ask
 // variable[@name='variable_K']/@label from /dictionary for random K and read the answer's text.
-// bench/python/run.sh runs this and bench_query.py on the same file and compares them.
+// bench/python/run.sh runs this and bench_query.py on the same file and compares them; both count
+// queries per CPU second.
 //
 //   bench_query_road --file=FILE.sav --variables=N [benchmark flags]
 #include <benchmark/benchmark.h>

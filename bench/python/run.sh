@@ -17,6 +17,6 @@ cpp=$("$build/bench/python/bench_query_road" --file="$file" --variables="$variab
   | "$python" -c 'import json,sys; print(round(json.load(sys.stdin)["benchmarks"][0]["queries_per_s"]))')
 py=$(PYTHONPATH="$build/python" "$python" bench/python/bench_query.py "$file" "$variables" | awk '{print $2}')
 echo "variables:               $variables"
-echo "C++ road queries/s:      $cpp"
-echo "Python queries/s:        $py"
+echo "C++ road queries/CPU s:  $cpp"
+echo "Python queries/CPU s:    $py"
 "$python" -c "print(f'Python / C++:            {$py / $cpp:.0%}')"
