@@ -16,6 +16,8 @@ packages=(
   locales file
   libxml2-utils man-db
   clang libclang-rt-14-dev
+  python3-dev pybind11-dev python3-pybind11 python3-pytest
+  python3-venv python3-setuptools python3-wheel python3-pip
 )
 
 if [ "${1:-}" = "--with-pspp" ]; then packages+=(pspp); fi

@@ -1,0 +1,40 @@
+#include "valuecell.h"
+
+#include <utility>
+
+namespace pytrans {
+
+char const* kindName(ValueKind kind) {
+  switch (kind) {
+    case ValueKind::null: return "null";
+    case ValueKind::number: return "number";
+    case ValueKind::text: return "text";
+    case ValueKind::document: return "document";
+  }
+  return "unknown";
+}
+
+ValueCell::ValueCell(TransValue value, ValueKind kind)
+    : platform_(kind == ValueKind::document ? xmlPlatform() : nullptr),
+      owned_(new TransValue),
+      value_(owned_.get()),
+      kind_(kind) {
+  owned_->swap(value);
+}
+
+ValueCell::ValueCell(TransValue const* entry, ValueKind kind, XmlPlatform platform)
+    : platform_(std::move(platform)), value_(entry), kind_(kind) {}
+
+void ValueCell::moveInto(TransValue& entry) {
+  entry.swap(*owned_);
+  owned_.reset();
+  value_ = &entry;
+}
+
+void ValueCell::moveOutOf(TransValue& entry) {
+  owned_.reset(new TransValue);
+  owned_->swap(entry);
+  value_ = owned_.get();
+}
+
+}  // namespace pytrans
