@@ -10,13 +10,12 @@
 #include <xalanc/PlatformSupport/XSLException.hpp>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "inputdocument.h"
 #include "schematext.h"
 #include "transspace.h"
 #include "transvalue.h"
+#include "transxmlinput.h"
 
 namespace cli {
 
@@ -39,10 +38,7 @@ struct ReleasedList {
 
 // Re-serialises compact XML with indentation (the library's own serialisation has none).
 std::string indent(std::string const& xml) {
-  XercesDOMParser parser;
-  configureParser(parser);
-  MemBufInputSource input(reinterpret_cast<XMLByte const*>(xml.data()), xml.size(), "dictionary");
-  parser.parse(input);
+  std::unique_ptr<DOMDocument> document = TransXMLInput::parseDOM(xml.data(), xml.size());
   DOMImplementation* ls = DOMImplementationRegistry::getDOMImplementation(u"LS");
   std::unique_ptr<DOMLSSerializer, void (*)(DOMLSSerializer*)> serializer(
       ls->createLSSerializer(), [](DOMLSSerializer* s) { s->release(); });
@@ -52,7 +48,7 @@ std::string indent(std::string const& xml) {
   MemBufFormatTarget target;
   output->setByteStream(&target);
   output->setEncoding(u"UTF-8");
-  serializer->write(parser.getDocument(), output.get());
+  serializer->write(document.get(), output.get());
   return std::string(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
 }
 
@@ -150,6 +146,10 @@ int run(Options const& options, std::ostream& out, std::ostream& err) {
     return options.command == Command::Dict ? runDict(options, value, out, err) : runQuery(options, value, out, err);
   } catch (InputError const& e) {
     err << "transspace: " << e.message << '\n';
+    return BadInput;
+  } catch (TransXMLInputError const& e) {
+    // Only the indented output parses again: the library's own text, refused only when too large.
+    err << "transspace: " << options.file << ": " << e.what() << '\n';
     return BadInput;
   } catch (std::bad_alloc const&) {
     // The reader's allocations are bounded by the file's size, but a large file may still need

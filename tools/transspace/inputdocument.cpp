@@ -1,21 +1,19 @@
 #include "inputdocument.h"
 
 #include <cctype>
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <ostream>
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMException.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/HandlerBase.hpp>
-#include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/TransService.hpp>
-#include <xercesc/util/XMLString.hpp>
 
+#include "transxmlinput.h"
 #include "savfile/reader.h"
 #include "savfile/readerror.h"
 #include "zorb/datasource.h"
@@ -24,48 +22,21 @@ namespace cli {
 
 namespace {
 
-using namespace XERCES_CPP_NAMESPACE;
-
-// Keeps the first error of the parse, with its line and column, for one clear message.
-class FirstErrorHandler : public HandlerBase {
-public:
-  void warning(SAXParseException const&) override {}
-  void error(SAXParseException const& e) override { remember(e); }
-  void fatalError(SAXParseException const& e) override {
-    remember(e);
-    throw e;  // stop at the first fatal error
-  }
-  std::string const& message() const { return message_; }
-
-private:
-  void remember(SAXParseException const& e) {
-    if (!message_.empty()) return;
-    message_ = "line " + std::to_string(e.getLineNumber()) + ", column " + std::to_string(e.getColumnNumber()) +
-               ": " + toUtf8(e.getMessage());
-  }
-  std::string message_;
-};
-
+// The file is read whole (after its size is checked against the limit, so that a huge file is
+// refused before anything is read) and parsed by the library's one XML set-up.
 TransValue loadXmlDocument(std::string const& path) {
-  XercesDOMParser parser;
-  configureParser(parser);
-  FirstErrorHandler handler;
-  parser.setErrorHandler(&handler);
   try {
-    parser.parse(path.c_str());
-  } catch (SAXParseException const&) {
-    // reported through the handler below
-  } catch (XMLException const& e) {
-    throw InputError{path + ": " + toUtf8(e.getMessage())};
-  } catch (DOMException const& e) {
-    throw InputError{path + ": " + toUtf8(e.getMessage())};
+    std::error_code error;
+    std::uintmax_t const size = std::filesystem::file_size(path, error);
+    if (!error) TransXMLInput::checkSize(size);
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw InputError{path + ": cannot open: " + std::strerror(errno)};
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (in.bad()) throw InputError{path + ": cannot read: " + std::strerror(errno)};
+    return TransXMLInput::parseDocument(text.data(), text.size());
+  } catch (TransXMLInputError const& e) {
+    throw InputError{path + ": " + e.what()};
   }
-  if (!handler.message().empty()) throw InputError{path + ": not well-formed XML: " + handler.message()};
-  DOMDocument const* document = parser.getDocument();
-  if (document == nullptr || document->getDocumentElement() == nullptr) {
-    throw InputError{path + ": no XML document element"};
-  }
-  return TransValue(document);  // the value deep-copies the document; the parser keeps its own
 }
 
 TransValue loadSystemFile(std::string const& path, std::ostream& warnings) {
@@ -104,16 +75,9 @@ std::string printable(std::string const& text) {
   return shown;
 }
 
-void configureParser(XercesDOMParser& parser) {
-  parser.setValidationScheme(XercesDOMParser::Val_Never);
-  parser.setDoNamespaces(false);
-  parser.setLoadExternalDTD(false);
-  parser.setDisableDefaultEntityResolution(true);
-}
-
 std::string toUtf8(XMLCh const* text) {
   if (text == nullptr) return std::string();
-  TranscodeToStr utf8(text, "UTF-8");
+  XERCES_CPP_NAMESPACE::TranscodeToStr utf8(text, "UTF-8");
   return std::string(reinterpret_cast<char const*>(utf8.str()), utf8.length());
 }
 

@@ -9,10 +9,6 @@
 
 #include "transvalue.h"
 
-XERCES_CPP_NAMESPACE_BEGIN
-class XercesDOMParser;
-XERCES_CPP_NAMESPACE_END
-
 namespace cli {
 
 // The input cannot be read; the message names the file and, where known, the place.
@@ -26,10 +22,6 @@ enum class InputKind { SystemFile, XmlDocument };
 // a name ending in .sav or .zsav. Throws InputError for a directory or a file that cannot be opened.
 InputKind sniffInputKind(std::string const& path);
 
-// Sets a parser up as the tool reads every XML text: no validation, no namespace processing (so
-// elements keep bare names, as in the dictionary the library builds), nothing fetched from outside.
-void configureParser(XERCES_CPP_NAMESPACE::XercesDOMParser& parser);
-
 // A Xerces text (message, name) in UTF-8; empty for null.
 std::string toUtf8(XMLCh const* text);
 
@@ -37,7 +29,8 @@ std::string toUtf8(XMLCh const* text);
 // own bytes, and a hostile file must not drive the terminal.
 std::string printable(std::string const& text);
 
-// Reads the file into a value. The XML platform must be up (a TransSpace alive). Warnings of the
+// Reads the file into a value; an XML document through the library's bounded parse
+// (TransXMLInput), whose refusals become InputErrors. The XML platform must be up (a TransSpace alive). Warnings of the
 // system-file reader go to `warnings`, one a line.
 TransValue loadDocument(std::string const& path, std::ostream& warnings);
 
