@@ -143,4 +143,26 @@ TEST_F(DeepDocumentTest, ExpressionsNestedDeeperFailWithoutBeingEvaluated) {
   }
 }
 
+// Xalan writes numbers into a fixed stack buffer that a number of a hundred digits would overflow
+// (the process aborted); the library writes such numbers itself, digit for digit as Xalan does.
+TEST_F(DeepDocumentTest, HugeNumbersAreWrittenOutInFull) {
+  std::string const xml = "<r>1</r>";
+  TransValue value = TransXMLInput::parseDocument(xml.data(), xml.size());
+  TransStatus status;
+  std::string const big = answer(value, "/", "string(1000000000000000000000 * 1000000000000000000000 * 1000000000000000000000 "
+                                         "* 1000000000000000000000 * 1000000000000000000000)", status);
+  EXPECT_EQ(big.size(), 106u) << big;
+  EXPECT_EQ(big.substr(0, 6), "100000");
+  EXPECT_EQ(answer(value, "/", std::string(120, '6'), status).size(), 120u);
+  std::string const negative = answer(value, "/", "-" + std::string(200, '9'), status);
+  EXPECT_EQ(negative.size(), 201u);
+  EXPECT_EQ(negative.substr(0, 4), "-999");
+  EXPECT_EQ(answer(value, "/", "10000000000000000000", status), "10000000000000000000");
+  EXPECT_EQ(answer(value, "/", "123456789012345678", status), "123456789012345680");  // the nearest double
+  EXPECT_EQ(answer(value, "/", "0.1 + 0.2", status), "0.30000000000000004");
+  EXPECT_EQ(answer(value, "/", "1 div 3", status), "0.3333333333333333");
+  EXPECT_EQ(answer(value, "/", "concat(1 div 0, ' ', -1 div 0, ' ', 0 div 0, ' ', -0)", status), "Infinity -Infinity NaN 0");
+  EXPECT_EQ(value.asDouble(TransString("/"), TransString(("1" + std::string(150, '0')).c_str()), status), 1e150);
+}
+
 }  // namespace
