@@ -9,10 +9,12 @@
 #include "transutf16.h"
 #include "transutil.h"
 #include "transxmlcharray.h"
+#include <transspace/transxmlinput.h>
 
 #include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <unicode/unistr.h>
 #include <xalanc/DOMSupport/XalanDocumentPrefixResolver.hpp>
@@ -84,6 +86,30 @@ bool blankArgument(TransString const& argument, TransStatus& status) {
   return trimmed.trim(status).empty();
 }
 
+// Xalan parses and evaluates an expression by recursive descent, several calls per level of
+// parentheses or brackets, so a query nested deep enough would overflow the stack (about 30,000
+// levels on an 8 MB stack). Expressions nested deeper than maxExpressionNesting are not evaluated;
+// brackets inside string literals do not count.
+constexpr std::size_t maxExpressionNesting = 1000;
+
+bool nestedTooDeep(UChar const* expression) {
+  std::size_t depth = 0;
+  UChar quote = 0;
+  for (UChar const* at = expression; *at != 0; ++at) {
+    UChar const c = *at;
+    if (quote != 0) {
+      if (c == quote) quote = 0;
+    } else if (c == u'\'' || c == u'"') {
+      quote = c;
+    } else if (c == u'(' || c == u'[') {
+      if (++depth > maxExpressionNesting) return true;
+    } else if ((c == u')' || c == u']') && depth > 0) {
+      --depth;
+    }
+  }
+  return false;
+}
+
 unsigned short const* exported(XalanDOMString const& text) { return TransUTF16::exported(text.c_str()); }
 
 // A query's context and path: UTF-16 through an ICU string into a Xalan string.
@@ -153,32 +179,36 @@ constexpr XMLSize_t serializerCapacity = 1023;
 
 TransDOMImpl::TransDOMImpl(DOMDocument const* source)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      queryPath_(QueryPath::automatic) {
+      tooDeep_(false), queryPath_(QueryPath::automatic) {
   init();
   copyDocument(source);
+  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(ZORB_DataSource const& ds)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      queryPath_(QueryPath::automatic) {
+      tooDeep_(false), queryPath_(QueryPath::automatic) {
   init();
   // The builder never owns the document; it goes with this local builder, the document stays.
   TransDictionaryImpl builder;
   document_ = builder.addDictionary(ds);
+  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(DOMDocument* document, AdoptTag)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      queryPath_(QueryPath::automatic) {
+      tooDeep_(false), queryPath_(QueryPath::automatic) {
   init();
   document_ = document;
+  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(TransDOMImpl const& other)
     : TransValueImpl(), document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr),
-      mirrorRefused_(false), queryPath_(other.queryPath_) {
+      mirrorRefused_(false), tooDeep_(false), queryPath_(other.queryPath_) {
   init();
   copyDocument(other.document_);
+  tooDeep_ = other.tooDeep_;
 }
 
 TransDOMImpl* TransDOMImpl::adopt(DOMDocument* document) { return new TransDOMImpl(document, AdoptTag()); }
@@ -207,6 +237,7 @@ void TransDOMImpl::swap(TransDOMImpl& other) {
   std::swap(mirror_, other.mirror_);
   std::swap(pathIndex_, other.pathIndex_);
   std::swap(mirrorRefused_, other.mirrorRefused_);
+  std::swap(tooDeep_, other.tooDeep_);
   std::swap(queryPath_, other.queryPath_);
 }
 
@@ -225,9 +256,34 @@ void TransDOMImpl::copyDocument(DOMDocument const* source) {
   if (source == nullptr) return;
   DOMElement const* root = source->getDocumentElement();
   if (root == nullptr) return;
-  DOMNode* node = document_->importNode(root, true);
+  DOMNode* node = importSubtree(root);
   assert(node && "TransDOMImpl: copy constructor failed.");
   document_->appendChild(node);
+}
+
+// What importNode(root, true) makes, without its recursion (one call per level of the source, so a
+// document deep enough would overflow the stack): each element is imported alone (with its
+// attributes) and its children are imported in turn, under an explicit stack of open copies. Other
+// nodes are imported whole, as the deep import does (an entity reference takes its children from
+// the target document's own declaration, never from the source).
+DOMNode* TransDOMImpl::importSubtree(DOMElement const* root) {
+  DOMNode* copy = document_->importNode(root, false);
+  if (copy == nullptr) return nullptr;
+  std::vector<std::pair<DOMNode const*, DOMNode*>> open{{root->getFirstChild(), copy}};
+  while (!open.empty()) {
+    DOMNode const* source = open.back().first;
+    if (source == nullptr) {
+      open.pop_back();
+      continue;
+    }
+    open.back().first = source->getNextSibling();
+    bool const element = source->getNodeType() == DOMNode::ELEMENT_NODE;
+    DOMNode* imported = document_->importNode(source, !element);
+    if (imported == nullptr) return nullptr;
+    open.back().second->appendChild(imported);
+    if (element) open.emplace_back(source->getFirstChild(), imported);
+  }
+  return copy;
 }
 
 void TransDOMImpl::queryPath(QueryPath path) { queryPath_ = path; }
@@ -276,14 +332,22 @@ TransString* TransDOMImpl::asString(TransStatus& status) const {
   return text;
 }
 
+// The serializer recurses once per level of the document: a document nested deeper than the
+// documented limit (one a host built itself; parsed text never is) is not written at all.
 TransString* TransDOMImpl::asUTF16XML(TransStatus& status) const {
-  if (!hasDocument(document_, status)) return new TransString();
+  if (!hasDocument(document_, status) || refusedAsTooDeep(status)) return new TransString();
   return serialiseUTF16(status);
 }
 
 TransString* TransDOMImpl::asMBCSXML(TransStatus& status) const {
-  if (!hasDocument(document_, status)) return new TransString();
+  if (!hasDocument(document_, status) || refusedAsTooDeep(status)) return new TransString();
   return serialiseMBCS(status);
+}
+
+bool TransDOMImpl::refusedAsTooDeep(TransStatus& status) const {
+  if (!tooDeep_) return false;
+  placeholder(status);
+  return true;
 }
 
 TransString* TransDOMImpl::serialiseUTF16(TransStatus& status) const {
@@ -434,7 +498,12 @@ TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString
   TransStatus c;
   UChar const* pathText = TransUTF16::internal(path.asUTF16(p));
   UChar const* contextText = TransUTF16::internal(context.asUTF16(c));
-  Result result = evaluateXPath(contextText, pathText, status);
+  Result result;
+  if (nestedTooDeep(contextText) || nestedTooDeep(pathText)) {
+    status.failure(true);
+  } else {
+    result = evaluateXPath(contextText, pathText, status);
+  }
   assert(! c.failure() && ! c.warning());
   assert(! p.failure() && ! p.warning());
   return result;

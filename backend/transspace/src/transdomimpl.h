@@ -13,6 +13,12 @@
 //   Simple location paths (`variable[@name='v7']/@label`) are answered by a TransPathIndex over
 //   the mirror, which indexes a parent's children by an attribute's value on first use.
 // The answers, flags, assertions and exceptions are the same on every road; tests compare the roads.
+//
+// Input can drive recursion in the XML libraries, and two limits keep it within the stack: a
+// document nested deeper than TransXMLInput::maxDepth (only a host can build one; parsed text
+// never is) is copied without recursion but not serialised (failure and warning, empty text),
+// and a query whose context or path nests parentheses or brackets more than 1000 deep is not
+// evaluated (failure, as for a context that selects nothing).
 #pragma once
 
 #include "transvalueimpl.h"
@@ -28,6 +34,8 @@
 
 XERCES_CPP_NAMESPACE_BEGIN
 class DOMDocument;
+class DOMElement;
+class DOMNode;
 XERCES_CPP_NAMESPACE_END
 
 namespace XALAN_CPP_NAMESPACE {
@@ -89,6 +97,9 @@ private:
   TransDOMImpl(DOMDocument* document, AdoptTag);
   void init();
   void copyDocument(DOMDocument const* source);
+  XERCES_CPP_NAMESPACE::DOMNode* importSubtree(XERCES_CPP_NAMESPACE::DOMElement const* root);
+  // True (with the placeholder flags) for a document nested deeper than TransXMLInput::maxDepth.
+  bool refusedAsTooDeep(TransStatus& status) const;
   void swap(TransDOMImpl& other);
 
   // What the evaluation found: Xalan's result object, or the node set that the path
@@ -133,5 +144,8 @@ private:
   mutable std::unique_ptr<TransSourceTree> mirror_;  // built on first query
   mutable std::unique_ptr<TransPathIndex> pathIndex_;  // over mirror_, filled as queries need it
   mutable bool mirrorRefused_;                        // the document holds a node it cannot mirror
+  // Nested deeper than TransXMLInput::maxDepth: not serialised, since the serializer recurses
+  // once per level. (Queries walk the tree without recursion and still answer.)
+  bool tooDeep_;
   QueryPath queryPath_;
 };

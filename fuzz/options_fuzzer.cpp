@@ -1,0 +1,37 @@
+// libFuzzer target over the command line of `transspace`: the input is split at NUL bytes into
+// arguments. Any command line must give options or a UsageError; options that would run a
+// command on a file must name one, and help and version must run.
+#include <cstddef>
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "options.h"
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  std::vector<std::string> arguments;
+  std::string const input(reinterpret_cast<char const*>(data), size);
+  std::size_t start = 0;
+  while (start <= input.size() && !input.empty()) {
+    std::size_t const end = input.find('\0', start);
+    arguments.push_back(input.substr(start, end == std::string::npos ? std::string::npos : end - start));
+    if (end == std::string::npos) break;
+    start = end + 1;
+  }
+  cli::Options options;
+  try {
+    options = cli::parseOptions(arguments);
+  } catch (cli::UsageError const& e) {
+    if (e.message.empty()) __builtin_trap();
+    return 0;
+  }
+  if (options.command == cli::Command::Help || options.command == cli::Command::Version) {
+    std::ostringstream out, err;
+    if (cli::run(options, out, err) != cli::Answered || out.str().empty()) __builtin_trap();
+  } else if (arguments.size() < 2) {
+    __builtin_trap();  // a command on a file needs at least the file
+  }
+  return 0;
+}
