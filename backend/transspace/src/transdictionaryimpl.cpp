@@ -19,8 +19,7 @@
 #include <vector>
 
 #include <unicode/unistr.h>
-#include <xalanc/ICUBridge/ICUBridge.hpp>
-#include <xalanc/XalanDOM/XalanDOMString.hpp>
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -211,6 +210,50 @@ TransDictionaryImpl::DOMNode* lastDescendantNamed(TransDictionaryImpl::DOMNode* 
 
 }  // namespace
 
+namespace {
+
+// Xerces counts every change of a document's tree (its node lists use the count to know when their
+// cache is stale); the count is kept by the document's implementation class.
+int changesOf(XERCES_CPP_NAMESPACE::DOMDocument* document) {
+  return static_cast<XERCES_CPP_NAMESPACE::DOMDocumentImpl*>(document)->changes();
+}
+
+}  // namespace
+
+// Between two builder calls the caller may have changed the document in any way (put section
+// elements anywhere, removed and released remembered ones): then nothing remembered is trusted.
+void TransDictionaryImpl::forgetAnchorsAfterForeignChanges() {
+  if (trackedRoot_ == nullptr || document_ == nullptr || changesOf(document_) == knownChanges_) return;
+  for (DOMNode*& last : lastOfSection_) last = nullptr;
+}
+
+void TransDictionaryImpl::recordOwnChanges() {
+  if (document_ != nullptr) knownChanges_ = changesOf(document_);
+}
+
+// The span of one builder call. The builders call one another (addVariables runs the per-variable
+// builders), so only the outermost call checks for foreign changes when it starts and records the
+// count it leaves when it ends; in between, only the builders change the document. The caller
+// cannot act while a builder runs: one thread, and the host's data source does not touch the DOM.
+class TransDictionaryImpl::BuilderCall {
+public:
+  // A call that starts a new document looks at nothing of the previous one, which the caller may
+  // have released already.
+  enum Start { OnCurrentDocument, OnNewDocument };
+
+  explicit BuilderCall(TransDictionaryImpl& builder, Start start = OnCurrentDocument) : builder_(builder) {
+    if (builder_.callDepth_++ == 0 && start == OnCurrentDocument) builder_.forgetAnchorsAfterForeignChanges();
+  }
+  ~BuilderCall() {
+    if (--builder_.callDepth_ == 0) builder_.recordOwnChanges();
+  }
+  BuilderCall(BuilderCall const&) = delete;
+  BuilderCall& operator=(BuilderCall const&) = delete;
+
+private:
+  TransDictionaryImpl& builder_;
+};
+
 // ---------------------------------------------------------------------------------------------
 // Construction and the document skeleton
 // ---------------------------------------------------------------------------------------------
@@ -221,9 +264,9 @@ TransDictionaryImpl::TransDictionaryImpl() : document_(nullptr) {}
 TransDictionaryImpl::~TransDictionaryImpl() = default;
 
 bool TransDictionaryImpl::createDocument() {
+  BuilderCall call(*this, BuilderCall::OnNewDocument);
   forgetSections();
   try {
-    if (!buffer_) buffer_.reset(new xalanc::XalanDOMString());
     document_ = DOMImplementation::getImplementation()->createDocument(XMLPlatformUtils::fgMemoryManager);
     document_->setStrictErrorChecking(true);
     document_->setXmlStandalone(false);
@@ -255,6 +298,7 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfterTag(DOMElement* pa
 }
 
 TransDictionaryImpl::DOMDocument* TransDictionaryImpl::addDictionary(ZORB_DataSource const& ds) {
+  BuilderCall call(*this, BuilderCall::OnNewDocument);
   if (!createDocument()) return document_;
   DOMElement* root = document_->getDocumentElement();
 
@@ -304,7 +348,7 @@ void TransDictionaryImpl::writeAttribute(DOMElement* element, Attribute const& a
       element->setAttribute(attribute.name, attribute.fixedValue);
       return;
     case Attribute::Kind::Text:
-      if (attribute.textValue != nullptr) element->setAttribute(attribute.name, convertText(attribute.textValue));
+      if (attribute.textValue != nullptr) setText(element, attribute.name, attribute.textValue);
       return;
     case Attribute::Kind::Integer:
     case Attribute::Kind::Number: {
@@ -316,7 +360,7 @@ void TransDictionaryImpl::writeAttribute(DOMElement* element, Attribute const& a
                               : TransDoubleImpl(attribute.numberValue).asXMLString(status);
       if (!status.failure()) {
         TransStatus textStatus;
-        element->setAttribute(attribute.name, convertUTF16(text->asUTF16(textStatus)));
+        setUTF16(element, attribute.name, text->asUTF16(textStatus));
       }
       // Given back whether or not it was written: the caller owns every returned string.
       TransValue::releaseString(text);
@@ -325,18 +369,17 @@ void TransDictionaryImpl::writeAttribute(DOMElement* element, Attribute const& a
   }
 }
 
-// Host text -> TransString -> UTF-16 -> ICU -> Xalan string, whose zero-terminated buffer
-// setAttribute copies; the buffer is reused for every attribute.
-XMLCh const* TransDictionaryImpl::convertText(char const* mbcs) {
+// Host text -> TransString -> UTF-16 -> ICU string, whose zero-terminated buffer setAttribute
+// copies. The ICU string is local to the one attribute: the builder keeps no text of its own.
+void TransDictionaryImpl::setText(DOMElement* element, XMLCh const* name, char const* mbcs) {
   TransString text(mbcs);
   TransStatus status;
-  return convertUTF16(text.asUTF16(status));
+  setUTF16(element, name, text.asUTF16(status));
 }
 
-XMLCh const* TransDictionaryImpl::convertUTF16(UChar const* utf16) {
+void TransDictionaryImpl::setUTF16(DOMElement* element, XMLCh const* name, UChar const* utf16) {
   icu::UnicodeString unicode(utf16);
-  xalanc::ICUBridge::UnicodeStringToXalanDOMString(unicode, *buffer_);
-  return buffer_->c_str();
+  element->setAttribute(name, unicode.getTerminatedBuffer());
 }
 
 // Places `child` after the last element of the first tag of `chain` that `parent` holds, else
@@ -364,46 +407,32 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfter(DOMElement* paren
 
 // The node insertAfterTag's search would find, without walking the whole document on every
 // placement: under the tracked root, a section's last element is remembered; anywhere else (a
-// variable, a value label set: small elements) the subtree is walked from its end. The remembered
-// element is checked before use, so that section elements that reached the root some other way
-// (the public insertAfterTag, or plain DOM calls of the caller) are found as the literal search
-// finds them:
-// - nothing remembered: the root is searched (that happens once per section and builder call, and
-//   the answer is remembered), so an element that the builders did not place is still found;
-// - remembered, but no longer in the root: searched again;
-// - remembered, but followed by further elements of the same tag (insertAfterTag puts a new one
-//   right there): the remembered element moves forward over them; each element is passed at most
-//   once, so the whole build stays linear.
-// Only a section element that the caller puts elsewhere in the root, away from the section's end,
-// while an element of the section is remembered, escapes these checks.
+// variable, a value label set: small elements) the subtree is walked from its end. What is
+// remembered is used only while the document has changed through the builders alone (see
+// BuilderCall), and only when it is still an element of that name in the root; otherwise the root
+// is searched (once per section after such a change) and the answer remembered.
 TransDictionaryImpl::DOMNode* TransDictionaryImpl::lastElementNamed(DOMElement* parent, XMLCh const* tag) {
   int section = sectionIndex(tag);
   if (parent != trackedRoot_ || section < 0) return lastDescendantNamed(parent, tag);
   DOMNode* last = lastOfSection_[section];
-  if (last == nullptr || last->getParentNode() != parent) {
-    last = lastDescendantNamed(parent, tag);
-  } else {
-    for (DOMNode* node = last->getNextSibling(); node != nullptr; node = node->getNextSibling()) {
-      if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
-      if (!XMLString::equals(node->getNodeName(), tag)) break;
-      last = node;
-    }
-  }
+  bool const trusted = last != nullptr && last->getParentNode() == parent &&
+                       last->getNodeType() == DOMNode::ELEMENT_NODE && XMLString::equals(last->getNodeName(), tag);
+  if (!trusted) last = lastDescendantNamed(parent, tag);
   lastOfSection_[section] = last;
   return last;
 }
 
 // Keeps lastOfSection_ equal to the last element of each section under the tracked root. A section
-// whose chain starts with its own tag puts every new element after its last one (or, when it has
-// none, where the section begins), so the new element is the last. The others (weightVariable; the
-// root's attributeSet is never searched for) start their chain with the preceding section and so put
-// a second element in front of the first: what is remembered stays; when nothing is, the next
-// lookup searches the root.
+// whose chain starts with its own tag puts every new element directly after its last one (or, when
+// it has none, where the section begins), so the new element is the last. The others
+// (weightVariable; the root's attributeSet is never searched for) start their chain with the
+// preceding section: usually that puts a second element in front of the first, but after the
+// caller's edits it may put it anywhere, so the section is forgotten and searched for when needed.
 void TransDictionaryImpl::rememberSection(DOMElement* parent, DOMNode* child, XMLCh const* chainHead) {
   if (parent != trackedRoot_) return;
   int section = sectionIndex(child->getNodeName());
   if (section < 0) return;
-  if (XMLString::equals(chainHead, child->getNodeName())) lastOfSection_[section] = child;
+  lastOfSection_[section] = XMLString::equals(chainHead, child->getNodeName()) ? child : nullptr;
 }
 
 void TransDictionaryImpl::forgetSections() {
@@ -418,6 +447,7 @@ void TransDictionaryImpl::forgetSections() {
 unsigned int TransDictionaryImpl::addVariables(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   unsigned int i = 0;
   // The column count is asked before every variable and compared as unsigned.
   for (; i < static_cast<unsigned int>(ds.ColumnCount()); ++i) {
@@ -442,6 +472,7 @@ unsigned int TransDictionaryImpl::addVariables(ZORB_DataSource const& ds, DOMEle
 bool TransDictionaryImpl::addVariableFormat(ZORB_Variable const& var, DOMElement* domvar) {
   assert(domvar);
   assert(document_);
+  BuilderCall call(*this);
   DOMElement* element = document_->createElement(X::variableFormat_s);
   ZORB_Variable::FormatType type = 0;
   int width = 0;
@@ -455,6 +486,7 @@ bool TransDictionaryImpl::addVariableFormat(ZORB_Variable const& var, DOMElement
 bool TransDictionaryImpl::addVariableWriteFormat(ZORB_Variable const& var, DOMElement* domvar) {
   assert(domvar);
   assert(document_);
+  BuilderCall call(*this);
   DOMElement* element = document_->createElement(X::variableWriteFormat_s);
   ZORB_Variable::FormatType type = 0;
   int width = 0;
@@ -466,6 +498,7 @@ bool TransDictionaryImpl::addVariableWriteFormat(ZORB_Variable const& var, DOMEl
 }
 
 bool TransDictionaryImpl::setFormatAttributes(DOMElement* element, int type, int width, int decimals) {
+  BuilderCall call(*this);
   writeAttribute(element, Attribute::fixed(X::type_s, formatTypeName(type)));
   writeAttribute(element, Attribute::integer(X::width_s, width));
   writeAttribute(element, Attribute::integer(X::decimals_s, decimals));
@@ -479,6 +512,7 @@ bool TransDictionaryImpl::setFormatAttributes(DOMElement* element, int type, int
 int TransDictionaryImpl::addMissingValues(ZORB_Variable const& var, DOMElement* domvar) {
   assert(domvar);
   assert(document_);
+  BuilderCall call(*this);
   int type = var.GetType();
   OBS const* values[3] = {nullptr, nullptr, nullptr};
   int n = var.GetMissingValues(values[0], values[1], values[2]);
@@ -510,6 +544,7 @@ int TransDictionaryImpl::addMissingValues(ZORB_Variable const& var, DOMElement* 
 unsigned int TransDictionaryImpl::addValueLabelSet(ZORB_Variable const& var, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   ZORB_ValueLabelMap labels(var.GetValueLabels());
   if (labels.Size() == 0) return 0;
   DOMElement* set = document_->createElement(X::valueLabelSet_s);
@@ -567,6 +602,7 @@ unsigned int TransDictionaryImpl::addValueLabelSet(ZORB_Variable const& var, DOM
 unsigned int TransDictionaryImpl::addVariableSets(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   unsigned int count = 0;
   for (VariableSet const& set : VariableSets(ds, PlainVariableSets)) {
     addVariableSet(set, ds, domdict);
@@ -578,6 +614,7 @@ unsigned int TransDictionaryImpl::addVariableSets(ZORB_DataSource const& ds, DOM
 unsigned int TransDictionaryImpl::addMultipleResponseSets(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   unsigned int count = 0;
   for (VariableSet const& set : VariableSets(ds, MultipleResponseSets)) {
     addMultipleResponseSet(set, ds, domdict);
@@ -604,6 +641,7 @@ unsigned int TransDictionaryImpl::addVariableSet(VariableSet const& set, ZORB_Da
                                                  DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   std::string name = set.GetName(VariableSet::AsStored);
   DOMElement* element = createElementWith(X::variableSet_s, {Attribute::text(X::name_s, name.c_str())});
   // Placed before its members exist.
@@ -615,6 +653,7 @@ unsigned int TransDictionaryImpl::addMultipleResponseSet(VariableSet const& set,
                                                          DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   std::string name = set.GetName(VariableSet::AsStored);
   DOMElement* element = createElementWith(X::multipleResponseSet_s, {Attribute::text(X::name_s, name.c_str())});
   placeAfterFirstOf(domdict, element,
@@ -648,6 +687,7 @@ unsigned int TransDictionaryImpl::addMultipleResponseSet(VariableSet const& set,
 bool TransDictionaryImpl::addWeightVariable(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   int index = ds.GetWeightVarIndex();
   if (index < 0) return true;
   ZORB_Variable const& var = ds.GetVariable(index);
@@ -660,6 +700,7 @@ bool TransDictionaryImpl::addAttribute(std::string const& name, std::vector<std:
                                        DOMElement* domset) {
   assert(domset);
   assert(document_);
+  BuilderCall call(*this);
   // Through the zero-terminated text: a name is cut at an embedded zero byte.
   XMLCh const* kind = name.c_str()[0] == '$' ? X::system_s : X::user_s;
   DOMElement* element =
@@ -673,6 +714,7 @@ bool TransDictionaryImpl::addAttribute(std::string const& name, std::vector<std:
 
 TransDictionaryImpl::DOMElement* TransDictionaryImpl::addAttributes(DatasourceAttributes const& attributes) {
   assert(document_);
+  BuilderCall call(*this);
   unsigned long size = attributes.Size();
   if (size == 0) return nullptr;
   DOMElement* set = createElementWith(X::attributeSet_s, {Attribute::integer(X::version_s, attributes.version)});
@@ -683,6 +725,7 @@ TransDictionaryImpl::DOMElement* TransDictionaryImpl::addAttributes(DatasourceAt
 bool TransDictionaryImpl::addVariableAttributes(ZORB_Variable const& var, DOMElement* domvar) {
   assert(domvar);
   assert(document_);
+  BuilderCall call(*this);
   DatasourceAttributes attributes(var.GetAttributes());
   DOMElement* set = addAttributes(attributes);
   if (set == nullptr) return false;
@@ -693,6 +736,7 @@ bool TransDictionaryImpl::addVariableAttributes(ZORB_Variable const& var, DOMEle
 bool TransDictionaryImpl::addDatasourceAttributes(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   DatasourceAttributes attributes(ds.GetAttributes());
   DOMElement* set = addAttributes(attributes);
   if (set == nullptr) return false;
@@ -706,6 +750,7 @@ bool TransDictionaryImpl::addDatasourceAttributes(ZORB_DataSource const& ds, DOM
 unsigned int TransDictionaryImpl::addExtensions(ZORB_DataSource const& ds, DOMElement* domdict) {
   assert(domdict);
   assert(document_);
+  BuilderCall call(*this);
   // The gaps (5, 7, 11, 13, 14, above 15) are deliberate: those records are never written.
   static int const types[] = {1, 2, 3, 4, 6, 8, 9, 10, 12, 15};
   unsigned int count = 0;
