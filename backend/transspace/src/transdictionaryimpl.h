@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include <unicode/umachine.h>
 #include <xercesc/dom/DOM.hpp>
 
 #include "zorb/datasource.h"
@@ -68,18 +67,11 @@ public:
   bool literalPlacement() const { return literalPlacement_; }
 
 private:
-  // One attribute to write (defined in the .cpp): a fixed vocabulary value, a host text, an
-  // integer or a double, each converted by the document's text conventions.
-  struct Attribute;
   // Marks the span of one builder call; the outermost one checks for and records changes.
   class BuilderCall;
   // The root's sections that placement chains name, in document order.
   enum Section { kVariable, kWeightVariable, kValueLabelSet, kVariableSet, kMultipleResponseSet, kSectionCount };
 
-  DOMElement* createElementWith(XMLCh const* tag, std::initializer_list<Attribute> attributes);
-  void writeAttribute(DOMElement* element, Attribute const& attribute);
-  void setText(DOMElement* element, XMLCh const* name, char const* mbcs);
-  void setUTF16(DOMElement* element, XMLCh const* name, UChar const* utf16);
   DOMNode* placeAfterFirstOf(DOMElement* parent, DOMNode* child, std::initializer_list<XMLCh const*> chain);
   DOMNode* insertAfter(DOMElement* parent, DOMNode* child, DOMNode* anchor);
   DOMNode* lastElementNamed(DOMElement* parent, XMLCh const* tag);
@@ -87,8 +79,6 @@ private:
   void forgetSections();
   void forgetAnchorsAfterForeignChanges();
   void recordOwnChanges();
-  unsigned int appendMembers(VariableSet const& set, ZORB_DataSource const& ds, DOMElement* element,
-                             XMLCh const* memberTag);
 
   DOMDocument* document_;
   // The placement memory below holds plain pointers only: nothing of the XML platform is owned, so
