@@ -3,6 +3,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -12,6 +13,8 @@
 XERCES_CPP_NAMESPACE_BEGIN
 class XercesDOMParser;
 XERCES_CPP_NAMESPACE_END
+
+class ZORB_DataSource;
 
 namespace cli {
 
@@ -36,6 +39,10 @@ std::string toUtf8(XMLCh const* text);
 // The text with control characters shown as \xNN: messages of the reader may quote the file's
 // own bytes, and a hostile file must not drive the terminal.
 std::string printable(std::string const& text);
+
+// Reads a system file's dictionary into the host model. Warnings of the reader go to `warnings`,
+// one a line; a file it cannot read throws InputError.
+std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::ostream& warnings);
 
 // Reads the file into a value. The XML platform must be up (a TransSpace alive). Warnings of the
 // system-file reader go to `warnings`, one a line.
