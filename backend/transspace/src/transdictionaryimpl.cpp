@@ -60,7 +60,12 @@ int changesOf(XERCES_CPP_NAMESPACE::DOMDocument* document) {
 // elements anywhere, removed and released remembered ones): then nothing remembered is trusted.
 void TransDictionaryImpl::forgetAnchorsAfterForeignChanges() {
   if (trackedRoot_ == nullptr || document_ == nullptr || changesOf(document_) == knownChanges_) return;
-  for (DOMNode*& last : lastOfSection_) last = nullptr;
+  for (int section = 0; section < kSectionCount; ++section) forget(section);
+}
+
+void TransDictionaryImpl::forget(int section) {
+  lastOfSection_[section] = nullptr;
+  sectionKnown_[section] = false;
 }
 
 void TransDictionaryImpl::recordOwnChanges() {
@@ -177,15 +182,19 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfter(DOMElement* paren
 // variable, a value label set: small elements) the subtree is walked from its end. What is
 // remembered is used only while the document has changed through the builders alone (see
 // BuilderCall), and only when it is still an element of that name in the root; otherwise the root
-// is searched (once per section after such a change) and the answer remembered.
+// is searched (once per section after such a change) and the answer remembered. That a section has
+// no element is remembered too: a dictionary without variable sets would otherwise search the
+// whole document for one before placing each multiple response set.
 TransDictionaryImpl::DOMNode* TransDictionaryImpl::lastElementNamed(DOMElement* parent, XMLCh const* tag) {
   int section = sectionIndex(tag);
   if (parent != trackedRoot_ || section < 0) return lastDescendantNamed(parent, tag);
   DOMNode* last = lastOfSection_[section];
-  bool const trusted = last != nullptr && last->getParentNode() == parent &&
-                       last->getNodeType() == DOMNode::ELEMENT_NODE && XMLString::equals(last->getNodeName(), tag);
+  bool const trusted = sectionKnown_[section] &&
+                       (last == nullptr || (last->getParentNode() == parent && last->getNodeType() == DOMNode::ELEMENT_NODE &&
+                                            XMLString::equals(last->getNodeName(), tag)));
   if (!trusted) last = lastDescendantNamed(parent, tag);
   lastOfSection_[section] = last;
+  sectionKnown_[section] = true;
   return last;
 }
 
@@ -199,12 +208,17 @@ void TransDictionaryImpl::rememberSection(DOMElement* parent, DOMNode* child, XM
   if (parent != trackedRoot_) return;
   int section = sectionIndex(child->getNodeName());
   if (section < 0) return;
-  lastOfSection_[section] = XMLString::equals(chainHead, child->getNodeName()) ? child : nullptr;
+  if (XMLString::equals(chainHead, child->getNodeName())) {
+    lastOfSection_[section] = child;
+    sectionKnown_[section] = true;
+  } else {
+    forget(section);
+  }
 }
 
 void TransDictionaryImpl::forgetSections() {
   trackedRoot_ = nullptr;
-  for (DOMNode*& last : lastOfSection_) last = nullptr;
+  for (int section = 0; section < kSectionCount; ++section) forget(section);
 }
 
 // ---------------------------------------------------------------------------------------------

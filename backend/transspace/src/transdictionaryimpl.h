@@ -77,6 +77,7 @@ private:
   DOMNode* lastElementNamed(DOMElement* parent, XMLCh const* tag);
   void rememberSection(DOMElement* parent, DOMNode* child, XMLCh const* chainHead);
   void forgetSections();
+  void forget(int section);
   void forgetAnchorsAfterForeignChanges();
   void recordOwnChanges();
 
@@ -87,6 +88,7 @@ private:
   // The root that createDocument made, and the last element of each section placed under it.
   DOMElement* trackedRoot_ = nullptr;
   DOMNode* lastOfSection_[kSectionCount] = {};
+  bool sectionKnown_[kSectionCount] = {};  // lastOfSection_ holds the answer, null for "none"
   // The document's change counter as the last outermost builder call left it, and how deeply the
   // builder calls are nested now (see BuilderCall in the .cpp).
   int knownChanges_ = 0;
