@@ -329,7 +329,7 @@ TEST_F(RoadsTest, RandomDataSourcesUnderSingleAndMultiByteCodePages) {
 // A character XML 1.0 cannot carry: the document cannot be serialised, and the text road refuses
 // too, before it has written anything of a small dictionary.
 TEST_F(RoadsTest, ACharacterXmlCannotCarryStopsBothRoads) {
-  for (std::string const bad : {std::string("a\x01" "b"), std::string("\x1F"), std::string("x\xEF\xBF\xBE")}) {
+  for (std::string const& bad : {std::string("a\x01" "b"), std::string("\x1F"), std::string("x\xEF\xBF\xBE")}) {
     zorb::DataSourceBuilder b;
     b.addVariable("v").label(bad);
     ZORB_DataSource ds = b.build();
