@@ -3,6 +3,8 @@
 # and generates the C-library locales that the tests switch to. Idempotent; runs as root or via sudo.
 #   --with-pspp   also installs GNU PSPP, which remakes the .sav fixtures and the expected facts
 #                 in tests/data (the tests themselves do not run it)
+#   --with-compare  also installs what bench/compare.sh times beside `transspace dict`: PSPP and
+#                 ReadStat's extract_metadata (package readstat), and GNU time
 set -euo pipefail
 
 if [ "$(id -u)" -ne 0 ]; then
@@ -21,6 +23,7 @@ packages=(
 )
 
 if [ "${1:-}" = "--with-pspp" ]; then packages+=(pspp); fi
+if [ "${1:-}" = "--with-compare" ]; then packages+=(pspp readstat time); fi
 
 missing=()
 for p in "${packages[@]}"; do

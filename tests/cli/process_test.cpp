@@ -1,5 +1,7 @@
 // The `transspace` binary run as a subprocess: exit statuses, standard output and standard error.
+#include <clocale>
 #include <filesystem>
+#include <sstream>
 #include <regex>
 #include <string>
 #include <tuple>
@@ -7,7 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include "commands.h"
+#include "inputdocument.h"
 #include "subprocess.h"
+#include <transspace/transspace.h>
+#include <transspace/transvalue.h>
 #include "xmlcompare.h"
 
 namespace {
@@ -179,6 +185,25 @@ TEST_F(DemoDict, PrintsOneXmlDocument) {
   EXPECT_EQ(o.out.substr(o.out.size() - 14), "</dictionary>\n") << "one document, ended by a newline";
   EXPECT_EQ(linesOf(o.out).size(), 1u) << "the compact form is one line";
   EXPECT_EQ(parsed(o.out).name, "dictionary");
+}
+
+// The tool writes the dictionary of a system file by the text road; its bytes are those of the
+// document value's XML text (and, with --pretty, of that text re-serialised with indentation).
+TEST_F(DemoDict, BothLayoutsAreTheBytesOfTheDocumentValue) {
+  // The tool's character-type locale (the dictionary's `locale`) is the environment's.
+  std::string const ownLocale = std::setlocale(LC_CTYPE, nullptr);
+  std::setlocale(LC_CTYPE, "");
+  TransSpace space;
+  std::ostringstream warnings;
+  TransValue value = cli::loadDocument(demoSav(), warnings);
+  TransStatus status;
+  TransString* xml = value.asMBCSXML(status);
+  std::string const text = xml->asMBCS();
+  TransSpace::releaseString(xml);
+  std::setlocale(LC_CTYPE, ownLocale.c_str());
+  ASSERT_FALSE(status.failure());
+  EXPECT_EQ(compact_->out, text + "\n");
+  EXPECT_EQ(pretty_->out, cli::indent(text) + "\n");
 }
 
 TEST_F(DemoDict, HoldsAllNineVariablesInOrder) {

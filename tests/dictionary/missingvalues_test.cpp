@@ -221,6 +221,25 @@ TEST_F(ValueLabelsTest, NumericLabelsThenTheVariable) {
   EXPECT_EQ(sets[0]->getLastChild(), owner);
 }
 
+// Highest is a word only among missing values: as a value label's value it is a number, the
+// largest finite double written out in full (309 digits).
+TEST_F(ValueLabelsTest, HighestIsANumberAsAValueLabelValue) {
+  zorb::DataSourceBuilder b;
+  b.addVariable("x").valueLabel(kHighest, "top");
+  ZORB_DataSource ds = b.build();
+  TransDictionaryImpl builder;
+  DocumentPtr doc = freshDocument(builder);
+  ASSERT_EQ(builder.addValueLabelSet(ds.GetVariable(0), rootOf(doc)), 1u);
+  xc::DOMElement* label = child(child(rootOf(doc), "valueLabelSet"), "valueLabel");
+  ASSERT_NE(label, nullptr);
+  std::string value = attr(label, "value");
+  EXPECT_NE(value, "highest");
+  EXPECT_EQ(value.substr(0, 17), "17976931348623157");
+  EXPECT_EQ(value.size(), 309u);
+  EXPECT_EQ(value.find_first_not_of("0123456789"), std::string::npos);
+  EXPECT_EQ(attr(label, "label"), "top");
+}
+
 TEST_F(ValueLabelsTest, StringValuesAreCutAtTheFirstBlankWithoutEightByteLimit) {
   zorb::DataSourceBuilder b;
   b.addVariable("s").string(16).valueLabel("abcdefghijk", "long").valueLabel("ab cd", "inner blank").valueLabel("z", "z");

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <random>
 
 using namespace dicttest;
 using X = TransXMLChArray;
@@ -255,6 +256,164 @@ TEST_F(PlacementTest, ValueLabelsKeepTheirOrderInALargeSet) {
   ASSERT_EQ(labels.size(), 2000u);
   EXPECT_EQ(attr(labels[1234], "value"), "1234");
   EXPECT_EQ(serialize(fast.get()), serialize(buildDictionary(ds, true).get()));
+}
+
+// A remembered anchor that the caller takes out of the root and releases: Xerces hands its memory
+// to the next element created, here the variableSet, so an unchecked memory of the last variable
+// would put the weight after the variable set.
+TEST_F(PlacementTest, AReleasedAnchorIsNotMistakenForItsSuccessor) {
+  ZORB_DataSource ds = everySection();
+  std::vector<std::string> names[2];
+  std::string results[2];
+  for (bool literal : {false, true}) {
+    TransDictionaryImpl builder;
+    builder.setLiteralPlacement(literal);
+    DocumentPtr doc = freshDocument(builder);
+    xc::DOMElement* root = rootOf(doc);
+    builder.addVariables(ds, root);
+    xc::DOMNode* last = children(root, "variable").back();
+    root->removeChild(last)->release();
+    builder.addVariableSets(ds, root);
+    builder.addWeightVariable(ds, root);
+    names[literal] = childNames(root);
+    results[literal] = serialize(doc.get());
+  }
+  EXPECT_EQ(results[0], results[1]);
+  EXPECT_EQ(names[0], (std::vector<std::string>{"variable", "variable", "weightVariable", "valueLabelSet", "valueLabelSet",
+                                                "variableSet", "variableSet"}));
+}
+
+// Elements that the caller puts into the root away from their section's end are anchors of the
+// literal search: a format-less variable appended after every section draws the next variables
+// (and with them the weight) to the end, and so does one put there with insertAfterTag.
+TEST_F(PlacementTest, SectionElementsPutAwayFromTheirSectionAreFoundAsTheSearchFindsThem) {
+  ZORB_DataSource ds = everySection();
+  for (bool byInsertAfterTag : {false, true}) {
+    SCOPED_TRACE(byInsertAfterTag);
+    std::string results[2];
+    for (bool literal : {false, true}) {
+      TransDictionaryImpl builder;
+      builder.setLiteralPlacement(literal);
+      DocumentPtr doc = freshDocument(builder);
+      xc::DOMElement* root = rootOf(doc);
+      builder.addVariables(ds, root);
+      builder.addVariableSets(ds, root);
+      xc::DOMElement* stray = doc->createElement(X::variable_s);
+      if (byInsertAfterTag) {
+        ASSERT_NE(builder.insertAfterTag(root, stray, X::variableSet_s), nullptr);
+      } else {
+        root->appendChild(stray);
+      }
+      builder.addVariables(ds, root);
+      builder.addWeightVariable(ds, root);
+      std::vector<std::string> names = childNames(root);
+      EXPECT_EQ(names, (std::vector<std::string>{"variable", "variable", "variable", "valueLabelSet", "valueLabelSet",
+                                                 "valueLabelSet", "valueLabelSet", "variableSet", "variableSet",
+                                                 "variable",  // the stray one
+                                                 "variable", "variable", "variable", "weightVariable"}));
+      results[literal] = serialize(doc.get());
+    }
+    EXPECT_EQ(results[0], results[1]);
+  }
+}
+
+// Random sequences of section builders mixed with the caller's own edits of the root: elements of
+// every section name appended by hand, put anywhere in the root or inside one of its children,
+// placed with insertAfterTag, removed, and removed and released. The fast and the literal
+// placement must give the same document after every sequence.
+class RandomEdits {
+public:
+  RandomEdits(ZORB_DataSource const& ds, unsigned seed) : ds_(ds), random_(seed) {}
+
+  // One step, the same on both documents; the random numbers are drawn once for both. A section
+  // element nested by hand makes the search find an anchor outside the root's children, and the
+  // insertion then fails with a DOM exception, which passes to the caller: both placements must
+  // raise the same one. Returns the two exception codes (0 for none).
+  std::pair<int, int> step(TransDictionaryImpl (&builders)[2], DocumentPtr (&docs)[2]) {
+    int const operation = pick(12);
+    int const a = pick(1000);
+    int const b = pick(1000);
+    int codes[2] = {0, 0};
+    for (int k = 0; k < 2; ++k) {
+      try {
+        apply(operation, a, b, builders[k], docs[k]);
+      } catch (xc::DOMException const& e) {
+        codes[k] = e.code;
+      }
+    }
+    return {codes[0], codes[1]};
+  }
+
+private:
+  int pick(int n) { return std::uniform_int_distribution<int>(0, n - 1)(random_); }
+
+  static XMLCh const* tag(int index) {
+    static XMLCh const* const tags[] = {X::variable_s,    X::weightVariable_s,      X::valueLabelSet_s,
+                                        X::variableSet_s, X::multipleResponseSet_s, X::attributeSet_s,
+                                        X::extension_s,   X::valueLabel_s};
+    return tags[index % 8];
+  }
+
+  void apply(int operation, int a, int b, TransDictionaryImpl& builder, DocumentPtr const& doc) {
+    xc::DOMElement* root = rootOf(doc);
+    std::vector<xc::DOMElement*> elements = childElements(root);
+    xc::DOMElement* some = elements.empty() ? nullptr : elements[static_cast<std::size_t>(b) % elements.size()];
+    switch (operation) {
+      case 0: case 1: case 2: case 3: case 4: case 5:
+        kBuilders[static_cast<std::size_t>(operation)](builder, ds_, root);
+        break;
+      case 6:
+        builder.addValueLabelSet(ds_.GetVariable(a % ds_.ColumnCount()), root);
+        break;
+      case 7:  // appended by hand
+        root->appendChild(doc->createElement(tag(a)));
+        break;
+      case 8:  // put anywhere in the root, or inside one of its children
+        if (some == nullptr || a % 3 == 0) {
+          root->insertBefore(doc->createElement(tag(a)), some);
+        } else {
+          some->appendChild(doc->createElement(tag(a)));
+        }
+        break;
+      case 9:
+        builder.insertAfterTag(root, doc->createElement(tag(a)), tag(b));
+        break;
+      case 10:  // removed, kept by the document until it is released
+        if (some != nullptr) root->removeChild(some);
+        break;
+      case 11:
+        if (some != nullptr) root->removeChild(some)->release();
+        break;
+    }
+  }
+
+  ZORB_DataSource const& ds_;
+  std::mt19937 random_;
+};
+
+TEST_F(PlacementTest, RandomBuildersAndCallerEditsAgreeWithTheLiteralSearch) {
+  ZORB_DataSource ds = everySection();
+  int differences = 0;
+  int exceptions = 0;
+  for (unsigned seed = 1; seed <= 4000; ++seed) {
+    TransDictionaryImpl builders[2];
+    builders[1].setLiteralPlacement(true);
+    DocumentPtr docs[2] = {freshDocument(builders[0]), freshDocument(builders[1])};
+    RandomEdits edits(ds, seed);
+    bool same = true;
+    for (int i = 0; i < 12; ++i) {
+      std::pair<int, int> codes = edits.step(builders, docs);
+      same = same && codes.first == codes.second;
+      if (codes.second != 0) ++exceptions;
+    }
+    if (!same || serialize(docs[0].get()) != serialize(docs[1].get())) {
+      ++differences;
+      ADD_FAILURE() << "seed " << seed;
+      if (differences > 5) break;
+    }
+  }
+  EXPECT_EQ(differences, 0);
+  EXPECT_GT(exceptions, 0);  // the nested anchors were really met
 }
 
 }  // namespace

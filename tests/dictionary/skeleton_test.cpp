@@ -123,6 +123,34 @@ TEST_F(SkeletonTest, RowCountComesFromTheVirtualRowCountWithAllDigits) {
   EXPECT_EQ(attr(bigDoc->getDocumentElement(), "rowCount"), "9000000000000000001");
 }
 
+// Integer attributes follow the numeric locale (the integer convention formats with it), and the
+// decimal pattern has no grouping: under a decimal-comma locale every integer keeps its plain
+// digits and sign. Numbers of values are always written in English notation.
+TEST_F(SkeletonTest, IntegerAttributesUnderADecimalCommaLocale) {
+  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "locale de_DE.UTF-8 not installed";
+  zorb::DataSourceBuilder b;
+  b.rowCount(1234567890123LL);
+  b.addVariable("x").format(5, 40, 16).displayWidth(-3).missingValues({2.5}).valueLabel(1234.5, "a")
+      .attribute("a", {"v"}).attributesVersion(12345);
+  b.extension(3, 4, std::string(8, '\0'));
+  DocumentPtr doc = buildDictionary(b.build());
+  std::setlocale(LC_NUMERIC, "C");
+  xc::DOMElement* root = doc->getDocumentElement();
+  EXPECT_EQ(attr(root, "rowCount"), "1234567890123");
+  xc::DOMElement* variable = child(root, "variable");
+  EXPECT_EQ(attr(variable, "type"), "0");
+  EXPECT_EQ(attr(variable, "displayWidth"), "-3");
+  EXPECT_EQ(attr(child(variable, "variableFormat"), "width"), "40");
+  EXPECT_EQ(attr(child(variable, "variableFormat"), "decimals"), "16");
+  EXPECT_EQ(attr(child(variable, "attributeSet"), "version"), "12345");
+  EXPECT_EQ(attr(child(variable, "missingValue"), "data"), "2.5");
+  EXPECT_EQ(attr(child(child(root, "valueLabelSet"), "valueLabel"), "value"), "1234.5");
+  xc::DOMElement* extension = child(root, "extension");
+  EXPECT_EQ(attr(extension, "type"), "3");
+  EXPECT_EQ(attr(extension, "elementSize"), "4");
+  EXPECT_EQ(attr(extension, "length"), "2");
+}
+
 TEST_F(SkeletonTest, CreationDateTimeIsTheIsoTextOfTheTimestamp) {
   zorb::DataSourceBuilder b;
   b.timestamp(1795241020.0);  // 2026-11-21T06:03:40 (seconds since 1970)

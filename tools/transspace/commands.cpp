@@ -13,9 +13,11 @@
 
 #include "inputdocument.h"
 #include "schematext.h"
+#include "transdictionarywriter.h"
 #include <transspace/transspace.h>
 #include <transspace/transvalue.h>
 #include <transspace/transxmlinput.h>
+#include <transspace/zorb/datasource.h>
 
 namespace cli {
 
@@ -36,6 +38,8 @@ struct ReleasedList {
   ~ReleasedList() { TransSpace::releaseStringList(list); }
 };
 
+}  // namespace
+
 // Re-serialises compact XML with indentation (the library's own serialisation has none).
 std::string indent(std::string const& xml) {
   std::unique_ptr<DOMDocument> document = TransXMLInput::parseDOM(xml.data(), xml.size());
@@ -52,6 +56,24 @@ std::string indent(std::string const& xml) {
   return std::string(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
 }
 
+namespace {
+
+// The dictionary of a system file goes straight from the host model to the output, without the
+// document: the same bytes, in a fraction of the time and memory.
+int streamDict(Options const& options, std::ostream& out, std::ostream& err) {
+  std::shared_ptr<ZORB_DataSource> ds = readSystemFile(options.file, err);
+  using Layout = TransDictionaryWriter::Layout;
+  try {
+    TransDictionaryWriter::write(*ds, out, options.pretty ? Layout::pretty : Layout::compact);
+  } catch (TransDictionaryWriter::Unwritable const&) {
+    err << "transspace: " << options.file << ": the dictionary could not be serialised\n";
+    return NoResult;
+  }
+  out << '\n';
+  return Answered;
+}
+
+// `dict` of an XML file: the document value's own serialisation.
 int runDict(Options const& options, TransValue const& value, std::ostream& out, std::ostream& err) {
   TransStatus status;
   ReleasedString xml{value.asMBCSXML(status)};
@@ -142,6 +164,9 @@ int run(Options const& options, std::ostream& out, std::ostream& err) {
   }
   TransSpace space;  // brings the XML platform up for as long as the command runs
   try {
+    if (options.command == Command::Dict && sniffInputKind(options.file) == InputKind::SystemFile) {
+      return streamDict(options, out, err);
+    }
     TransValue value = loadDocument(options.file, err);
     return options.command == Command::Dict ? runDict(options, value, out, err) : runQuery(options, value, out, err);
   } catch (InputError const& e) {

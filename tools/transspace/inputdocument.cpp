@@ -39,16 +39,6 @@ TransValue loadXmlDocument(std::string const& path) {
   }
 }
 
-TransValue loadSystemFile(std::string const& path, std::ostream& warnings) {
-  try {
-    savfile::ReadResult result = savfile::readFile(path);
-    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << printable(warning.text) << '\n';
-    return TransValue(*result.dataSource);
-  } catch (savfile::ReadError const& e) {
-    throw InputError{printable(e.what())};
-  }
-}
-
 // A name ending in .sav or .zsav (any case) also means a system file, so that a damaged one (too
 // short for its magic, or with a broken header) gets the reader's error rather than an XML one.
 bool hasSystemFileName(std::string const& path) {
@@ -93,8 +83,18 @@ InputKind sniffInputKind(std::string const& path) {
   return ascii || ebcdic || hasSystemFileName(path) ? InputKind::SystemFile : InputKind::XmlDocument;
 }
 
+std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::ostream& warnings) {
+  try {
+    savfile::ReadResult result = savfile::readFile(path);
+    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << printable(warning.text) << '\n';
+    return result.dataSource;
+  } catch (savfile::ReadError const& e) {
+    throw InputError{printable(e.what())};
+  }
+}
+
 TransValue loadDocument(std::string const& path, std::ostream& warnings) {
-  if (sniffInputKind(path) == InputKind::SystemFile) return loadSystemFile(path, warnings);
+  if (sniffInputKind(path) == InputKind::SystemFile) return TransValue(*readSystemFile(path, warnings));
   return loadXmlDocument(path);
 }
 

@@ -3,11 +3,14 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 
 #include <xercesc/util/XercesDefs.hpp>
 
 #include <transspace/transvalue.h>
+
+class ZORB_DataSource;
 
 namespace cli {
 
@@ -29,9 +32,13 @@ std::string toUtf8(XMLCh const* text);
 // own bytes, and a hostile file must not drive the terminal.
 std::string printable(std::string const& text);
 
+// Reads a system file's dictionary into the host model. Warnings of the reader go to `warnings`,
+// one a line; a file it cannot read throws InputError.
+std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::ostream& warnings);
+
 // Reads the file into a value; an XML document through the library's bounded parse
-// (TransXMLInput), whose refusals become InputErrors. The XML platform must be up (a TransSpace alive). Warnings of the
-// system-file reader go to `warnings`, one a line.
+// (TransXMLInput), whose refusals become InputErrors. The XML platform must be up (a TransSpace
+// alive). Warnings of the system-file reader go to `warnings`, one a line.
 TransValue loadDocument(std::string const& path, std::ostream& warnings);
 
 }  // namespace cli

@@ -5,19 +5,12 @@
 #include <transspace/transexport.h>
 
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <unicode/umachine.h>
-#include <xalanc/Include/PlatformDefinitions.hpp>
 #include <xercesc/dom/DOM.hpp>
 
 #include <transspace/zorb/datasource.h>
-
-namespace XALAN_CPP_NAMESPACE {
-class XalanDOMString;
-}
 
 class TRANS_EXPORT TransDictionaryImpl {
 public:
@@ -63,40 +56,41 @@ public:
   // each section element after the last element found by getElementsByTagName on the root, which
   // walks the whole document for every element placed: quadratic in the number of variables. By
   // default the builders instead remember, for the root that createDocument made, the last element
-  // of each section they placed there and take it as the anchor (checked before use, see
-  // lastElementNamed in the .cpp): the same node that the search would find, also when section
-  // elements were added with insertAfterTag or appended at a section's end by the caller; only an
-  // element that the caller puts into the root away from its section's end can be missed (the
-  // equivalence tests in tests/dictionary prove identical documents). true selects the literal
-  // search for every placement. insertAfterTag itself always searches literally.
+  // of each section they placed there and take it as the anchor. That memory is trusted only while
+  // the document changed through the builders alone: each outermost builder call compares the
+  // document's change counter with the one it left behind, and any other change (an element put
+  // into the root by hand or with insertAfterTag, a removal, a released node) makes the builders
+  // forget what they remembered and search the root again, exactly as the literal search would. The
+  // equivalence tests in tests/dictionary prove identical documents. true selects the literal search
+  // for every placement. insertAfterTag itself always searches literally.
   void setLiteralPlacement(bool literal) { literalPlacement_ = literal; }
   bool literalPlacement() const { return literalPlacement_; }
 
 private:
-  // One attribute to write (defined in the .cpp): a fixed vocabulary value, a host text, an
-  // integer or a double, each converted by the document's text conventions.
-  struct Attribute;
+  // Marks the span of one builder call; the outermost one checks for and records changes.
+  class BuilderCall;
   // The root's sections that placement chains name, in document order.
   enum Section { kVariable, kWeightVariable, kValueLabelSet, kVariableSet, kMultipleResponseSet, kSectionCount };
 
-  DOMElement* createElementWith(XMLCh const* tag, std::initializer_list<Attribute> attributes);
-  void writeAttribute(DOMElement* element, Attribute const& attribute);
-  XMLCh const* convertText(char const* mbcs);
-  XMLCh const* convertUTF16(unsigned short const* utf16);
   DOMNode* placeAfterFirstOf(DOMElement* parent, DOMNode* child, std::initializer_list<XMLCh const*> chain);
   DOMNode* insertAfter(DOMElement* parent, DOMNode* child, DOMNode* anchor);
   DOMNode* lastElementNamed(DOMElement* parent, XMLCh const* tag);
   void rememberSection(DOMElement* parent, DOMNode* child, XMLCh const* chainHead);
   void forgetSections();
-  unsigned int appendMembers(VariableSet const& set, ZORB_DataSource const& ds, DOMElement* element,
-                             XMLCh const* memberTag);
+  void forget(int section);
+  void forgetAnchorsAfterForeignChanges();
+  void recordOwnChanges();
 
   DOMDocument* document_;
-  // The one conversion buffer of the text convention, made by createDocument (Xalan's
-  // strings need the Xerces platform, which may not be up when the builder is constructed).
-  std::unique_ptr<XALAN_CPP_NAMESPACE::XalanDOMString> buffer_;
+  // The placement memory below holds plain pointers only: nothing of the XML platform is owned, so
+  // a builder may outlive the platform that its documents were made with.
   bool literalPlacement_ = false;
   // The root that createDocument made, and the last element of each section placed under it.
   DOMElement* trackedRoot_ = nullptr;
   DOMNode* lastOfSection_[kSectionCount] = {};
+  bool sectionKnown_[kSectionCount] = {};  // lastOfSection_ holds the answer, null for "none"
+  // The document's change counter as the last outermost builder call left it, and how deeply the
+  // builder calls are nested now (see BuilderCall in the .cpp).
+  int knownChanges_ = 0;
+  int callDepth_ = 0;
 };

@@ -1,0 +1,37 @@
+// TransDOMSink: makes the dictionary's content into Xerces elements of one document. Elements at
+// the sink's top level are handed to a placement function when they are complete (the document
+// builder puts them where they belong); nested elements are appended to their parent in order.
+// Opened on an existing element, the sink writes the attributes that come first onto it.
+#pragma once
+
+#include "transdictionarysink.h"
+
+#include <functional>
+#include <vector>
+
+#include <xercesc/dom/DOM.hpp>
+
+class TransDOMSink : public TransDictionarySink {
+public:
+  using DOMDocument = XERCES_CPP_NAMESPACE::DOMDocument;
+  using DOMElement = XERCES_CPP_NAMESPACE::DOMElement;
+  using Place = std::function<void(DOMElement*)>;
+
+  // Top-level elements are left where they are (detached) unless a placement function is given.
+  explicit TransDOMSink(DOMDocument* document, Place place = Place());
+  // Attributes sent before any element go to `element`.
+  TransDOMSink(DOMDocument* document, DOMElement* element);
+
+  void startElement(XMLCh const* tag) override;
+  void attribute(XMLCh const* name, XMLCh const* value) override;
+  void endElement() override;
+
+  // The last top-level element completed, or null.
+  DOMElement* lastElement() const { return last_; }
+
+private:
+  DOMDocument* document_;
+  Place place_;
+  std::vector<DOMElement*> open_;
+  DOMElement* last_ = nullptr;
+};
