@@ -22,14 +22,14 @@ def test_paths_as_str_bytes_and_path_objects():
 
 
 def test_reader_warnings_go_to_the_warnings_module():
-    tolerated = next(p for p in system_files() if p.name == "tiamo_data_phpwriter.sav")
-    with pytest.warns(transspace.ReadWarning, match=r"near offset 0x29d: extended case count"):
+    tolerated = next(p for p in system_files() if p.name == "forged-records.sav")
+    with pytest.warns(transspace.ReadWarning, match=r"near offset 0x2ad: extended case count"):
         value = transspace.read_dictionary(tolerated)
     assert value.query_string("/dictionary", "@rowCount") == "3"
 
 
 def test_warnings_can_be_made_errors():
-    tolerated = next(p for p in system_files() if p.name == "tiamo_data_phpwriter.sav")
+    tolerated = next(p for p in system_files() if p.name == "forged-records.sav")
     with warnings.catch_warnings():
         warnings.simplefilter("error", transspace.ReadWarning)
         with pytest.raises(transspace.ReadWarning):

@@ -5,6 +5,7 @@
 #include "transdictionarysink.h"
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
+#include "transutf16.h"
 #include "transutil.h"
 #include "transxmlcharray.h"
 
@@ -154,7 +155,7 @@ void TransDictionaryContent::text(XMLCh const* name, char const* mbcs) {
   if (mbcs == nullptr) return;
   TransString converted(mbcs);
   TransStatus status;
-  sink_.attribute(name, xmlChars(converted.asUTF16(status)));
+  sink_.attribute(name, xmlChars(TransUTF16::internal(converted.asUTF16(status))));
 }
 
 // Integer text in the numeric locale; left out when the conversion fails.

@@ -7,6 +7,7 @@
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
 #include <transspace/transvalue.h>
+#include "transutf16.h"
 
 #include <charconv>
 #include <clocale>
@@ -43,7 +44,7 @@ XMLCh const* TransNumberText::integerByFormatter(long value) {
   TransStatus status;
   TransString* text = TransIntegerImpl(value).asString(status);
   bool const failed = status.failure();
-  if (!failed) formatted_ = icu::UnicodeString(text->asUTF16());
+  if (!failed) formatted_ = icu::UnicodeString(TransUTF16::internal(text->asUTF16()));
   TransValue::releaseString(text);  // the caller owns every returned string
   return failed ? nullptr : reinterpret_cast<XMLCh const*>(formatted_.getTerminatedBuffer());
 }
@@ -52,7 +53,7 @@ XMLCh const* TransNumberText::numberByFormatter(double value) {
   TransStatus status;
   TransString* text = TransDoubleImpl(value).asXMLString(status);
   bool const failed = status.failure();
-  if (!failed) formatted_ = icu::UnicodeString(text->asUTF16());
+  if (!failed) formatted_ = icu::UnicodeString(TransUTF16::internal(text->asUTF16()));
   TransValue::releaseString(text);
   return failed ? nullptr : reinterpret_cast<XMLCh const*>(formatted_.getTerminatedBuffer());
 }
