@@ -41,7 +41,7 @@ TEST_F(HostPlatform, NegativeTimesCountBackFromTheEpoch) {
   EXPECT_EQ(iso(-1), "1969-12-31T23:59:59");
   EXPECT_EQ(iso(-86400), "1969-12-31T00:00:00");
   EXPECT_EQ(iso(-86401), "1969-12-30T23:59:59");
-  // The calendar is the proleptic Gregorian one all the way back (here the SPSS epoch).
+  // The calendar is the proleptic Gregorian one all the way back (here to the day system files count dates from).
   EXPECT_EQ(iso(-12219379200.0), "1582-10-14T00:00:00");
 }
 
