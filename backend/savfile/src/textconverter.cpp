@@ -2,6 +2,8 @@
 
 #include <unicode/ucnv.h>
 
+#include <cctype>
+#include <cstring>
 #include <stdexcept>
 #include <vector>
 
@@ -24,6 +26,31 @@ UConverter* open(std::string const& name) {
 // Code units that XML 1.0 cannot carry: C0 controls but tab, line feed and carriage return, and
 // the non-characters U+FFFE and U+FFFF. The dictionary is XML, so such a text could not be exported.
 bool unfitForXml(UChar c) { return (c < 0x20 && c != 0x09 && c != 0x0A && c != 0x0D) || c == 0xFFFE || c == 0xFFFF; }
+
+// Whether an alias is a word of letters, a hyphen and then exactly `number`: the form under which
+// ICU knows many code pages that have no "windows-" or "cp" name.
+bool namesNumber(char const* alias, std::string const& number) {
+  char const* hyphen = std::strchr(alias, '-');
+  if (hyphen == nullptr || hyphen == alias) return false;
+  for (char const* c = alias; c != hyphen; ++c) {
+    if (std::isalpha(static_cast<unsigned char>(*c)) == 0) return false;
+  }
+  return number == hyphen + 1;
+}
+
+// The ICU converter that has such an alias, "" if none.
+std::string converterNamedByNumber(std::string const& number) {
+  for (int32_t i = 0; i < ucnv_countAvailable(); ++i) {
+    char const* name = ucnv_getAvailableName(i);
+    UErrorCode status = U_ZERO_ERROR;
+    uint16_t const aliases = ucnv_countAliases(name, &status);
+    for (uint16_t j = 0; U_SUCCESS(status) && j < aliases; ++j) {
+      char const* alias = ucnv_getAlias(name, j, &status);
+      if (U_SUCCESS(status) && namesNumber(alias, number)) return name;
+    }
+  }
+  return "";
+}
 
 std::string printableAscii() {
   std::string s;
@@ -126,11 +153,10 @@ std::string TextConverter::codePageName(int code) {
   if (code <= 0) return "";
   std::string n = std::to_string(code);
   if (code >= 28591 && code <= 28606) return "ISO-8859-" + std::to_string(code - 28590);
-  // ICU knows the code pages writers use under one of these two names.
   for (std::string candidate : {"windows-" + n, "cp" + n}) {
     if (available(candidate)) return candidate;
   }
-  return "";
+  return converterNamedByNumber(n);
 }
 
 std::string TextConverter::hostEncoding() {
