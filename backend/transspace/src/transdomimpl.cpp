@@ -265,25 +265,36 @@ void TransDOMImpl::copyDocument(DOMDocument const* source) {
 // document deep enough would overflow the stack): each element is imported alone (with its
 // attributes) and its children are imported in turn, under an explicit stack of open copies. Other
 // nodes are imported whole, as the deep import does (an entity reference takes its children from
-// the target document's own declaration, never from the source).
+// the target document's own declaration, never from the source). A copied element joins its parent
+// once its own children are in: the DOM checks a new child against every ancestor of its parent,
+// and a parent not yet joined to anything has none, so the copy stays linear in the depth.
 DOMNode* TransDOMImpl::importSubtree(DOMElement const* root) {
+  struct Open {
+    DOMNode const* next;  // the next child of the source element to copy
+    DOMNode* copy;
+  };
   DOMNode* copy = document_->importNode(root, false);
   if (copy == nullptr) return nullptr;
-  std::vector<std::pair<DOMNode const*, DOMNode*>> open{{root->getFirstChild(), copy}};
-  while (!open.empty()) {
-    DOMNode const* source = open.back().first;
+  std::vector<Open> open{{root->getFirstChild(), copy}};
+  for (;;) {
+    DOMNode const* source = open.back().next;
     if (source == nullptr) {
+      DOMNode* finished = open.back().copy;
       open.pop_back();
+      if (open.empty()) return finished;
+      open.back().copy->appendChild(finished);
       continue;
     }
-    open.back().first = source->getNextSibling();
+    open.back().next = source->getNextSibling();
     bool const element = source->getNodeType() == DOMNode::ELEMENT_NODE;
     DOMNode* imported = document_->importNode(source, !element);
     if (imported == nullptr) return nullptr;
-    open.back().second->appendChild(imported);
-    if (element) open.emplace_back(source->getFirstChild(), imported);
+    if (element) {
+      open.push_back({source->getFirstChild(), imported});
+    } else {
+      open.back().copy->appendChild(imported);
+    }
   }
-  return copy;
 }
 
 void TransDOMImpl::queryPath(QueryPath path) { queryPath_ = path; }
