@@ -1,6 +1,6 @@
 // libFuzzer target over the command line of `transspace`: the input is split at NUL bytes into
 // arguments. Any command line must give options or a UsageError; options that would run a
-// command on a file must name one, and help and version must run.
+// command on a file must name one, and help, version and schema, which read no file, must run.
 #include <cstddef>
 #include <cstdint>
 #include <sstream>
@@ -27,7 +27,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (e.message.empty()) __builtin_trap();
     return 0;
   }
-  if (options.command == cli::Command::Help || options.command == cli::Command::Version) {
+  bool const readsNoFile = options.command == cli::Command::Help || options.command == cli::Command::Version ||
+                           options.command == cli::Command::Schema;
+  if (readsNoFile) {
     std::ostringstream out, err;
     if (cli::run(options, out, err) != cli::Answered || out.str().empty()) __builtin_trap();
   } else if (arguments.size() < 2) {
