@@ -417,3 +417,35 @@ TEST_F(PlacementTest, RandomBuildersAndCallerEditsAgreeWithTheLiteralSearch) {
 }
 
 }  // namespace
+
+namespace {
+
+// The search for a section's last element walks the caller's document without recursion: after a
+// branch a million elements deep is added by hand (built from the bottom up, so that the DOM's own
+// checks stay short), the variable at its bottom is the last one in document order, and the weight
+// placed after it lands at the root's end, on both placements.
+TEST_F(PlacementTest, TheSearchReachesTheBottomOfAVeryDeepBranch) {
+  ZORB_DataSource ds = everySection();
+  for (bool literal : {false, true}) {
+    SCOPED_TRACE(literal);
+    TransDictionaryImpl builder;
+    builder.setLiteralPlacement(literal);
+    DocumentPtr doc = freshDocument(builder);
+    xc::DOMElement* root = rootOf(doc);
+    builder.addVariables(ds, root);
+    xc::DOMNode* branch = doc->createElement(X::variable_s);
+    for (int level = 0; level < 1000000; ++level) {
+      xc::DOMElement* outer = doc->createElement(u"x");
+      outer->appendChild(branch);
+      branch = outer;
+    }
+    root->appendChild(branch);
+    builder.addWeightVariable(ds, root);
+    xc::DOMNode* last = root->getLastChild();
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(xc::XMLString::compareString(last->getNodeName(), X::weightVariable_s), 0);
+    EXPECT_EQ(last->getPreviousSibling(), branch);
+  }
+}
+
+}  // namespace

@@ -32,14 +32,37 @@ int sectionIndex(XMLCh const* tag) {
   return -1;
 }
 
+using Node = TransDictionaryImpl::DOMNode;
+
+Node* lastElementChild(Node* node) {
+  Node* child = node->getLastChild();
+  while (child != nullptr && child->getNodeType() != Node::ELEMENT_NODE) child = child->getPreviousSibling();
+  return child;
+}
+
+Node* previousElementSibling(Node* node) {
+  Node* sibling = node->getPreviousSibling();
+  while (sibling != nullptr && sibling->getNodeType() != Node::ELEMENT_NODE) sibling = sibling->getPreviousSibling();
+  return sibling;
+}
+
+// `node` itself when it has no element child, else the last element reached by last children.
+Node* deepestLastElement(Node* node) {
+  while (Node* child = lastElementChild(node)) node = child;
+  return node;
+}
+
 // The last element named `tag` among the descendants of `parent` in document order, which is the
-// last item getElementsByTagName would list. Walks in reverse document order (last child first,
-// a node's descendants before the node itself) and stops at the first match.
-TransDictionaryImpl::DOMNode* lastDescendantNamed(TransDictionaryImpl::DOMNode* parent, XMLCh const* tag) {
-  for (TransDictionaryImpl::DOMNode* node = parent->getLastChild(); node != nullptr; node = node->getPreviousSibling()) {
-    if (node->getNodeType() != TransDictionaryImpl::DOMNode::ELEMENT_NODE) continue;
-    if (TransDictionaryImpl::DOMNode* inner = lastDescendantNamed(node, tag)) return inner;
+// last item getElementsByTagName would list. Walks the elements in reverse document order (a
+// node's descendants before the node itself) and stops at the first match; without recursion, so
+// a caller's document of any depth is searched.
+Node* lastDescendantNamed(Node* parent, XMLCh const* tag) {
+  Node* first = lastElementChild(parent);
+  if (first == nullptr) return nullptr;
+  for (Node* node = deepestLastElement(first); node != parent;) {
     if (XMLString::equals(node->getNodeName(), tag)) return node;
+    Node* previous = previousElementSibling(node);
+    node = previous != nullptr ? deepestLastElement(previous) : node->getParentNode();
   }
   return nullptr;
 }
@@ -117,6 +140,8 @@ bool TransDictionaryImpl::createDocument() {
     TransDOMSink sink(document_, root);
     TransDictionaryContent(sink).namespaceAttributes();
     trackedRoot_ = root;
+    // A new root holds no section yet: nothing to search for until something changes that.
+    for (bool& known : sectionKnown_) known = true;
     return true;
   } catch (...) {
     // Whatever went wrong, a document already created is abandoned, not released.
