@@ -179,36 +179,32 @@ constexpr XMLSize_t serializerCapacity = 1023;
 
 TransDOMImpl::TransDOMImpl(DOMDocument const* source)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      tooDeep_(false), queryPath_(QueryPath::automatic) {
+      queryPath_(QueryPath::automatic) {
   init();
   copyDocument(source);
-  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(ZORB_DataSource const& ds)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      tooDeep_(false), queryPath_(QueryPath::automatic) {
+      queryPath_(QueryPath::automatic) {
   init();
   // The builder never owns the document; it goes with this local builder, the document stays.
   TransDictionaryImpl builder;
   document_ = builder.addDictionary(ds);
-  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(DOMDocument* document, AdoptTag)
     : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
-      tooDeep_(false), queryPath_(QueryPath::automatic) {
+      queryPath_(QueryPath::automatic) {
   init();
   document_ = document;
-  tooDeep_ = TransXMLInput::tooDeep(document_);
 }
 
 TransDOMImpl::TransDOMImpl(TransDOMImpl const& other)
     : TransValueImpl(), document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr),
-      mirrorRefused_(false), tooDeep_(false), queryPath_(other.queryPath_) {
+      mirrorRefused_(false), queryPath_(other.queryPath_) {
   init();
   copyDocument(other.document_);
-  tooDeep_ = other.tooDeep_;
 }
 
 TransDOMImpl* TransDOMImpl::adopt(DOMDocument* document) { return new TransDOMImpl(document, AdoptTag()); }
@@ -237,7 +233,6 @@ void TransDOMImpl::swap(TransDOMImpl& other) {
   std::swap(mirror_, other.mirror_);
   std::swap(pathIndex_, other.pathIndex_);
   std::swap(mirrorRefused_, other.mirrorRefused_);
-  std::swap(tooDeep_, other.tooDeep_);
   std::swap(queryPath_, other.queryPath_);
 }
 
@@ -355,8 +350,11 @@ TransString* TransDOMImpl::asMBCSXML(TransStatus& status) const {
   return serialiseMBCS(status);
 }
 
+// A document nested deeper than TransXMLInput::maxDepth is not serialised: the serializer recurses
+// once per level (queries walk without recursion and still answer). Asked when the text is wanted,
+// since only serialising needs it and it walks the whole document anyway.
 bool TransDOMImpl::refusedAsTooDeep(TransStatus& status) const {
-  if (!tooDeep_) return false;
+  if (!TransXMLInput::tooDeep(document_)) return false;
   placeholder(status);
   return true;
 }

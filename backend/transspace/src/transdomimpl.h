@@ -144,8 +144,5 @@ private:
   mutable std::unique_ptr<TransSourceTree> mirror_;  // built on first query
   mutable std::unique_ptr<TransPathIndex> pathIndex_;  // over mirror_, filled as queries need it
   mutable bool mirrorRefused_;                        // the document holds a node it cannot mirror
-  // Nested deeper than TransXMLInput::maxDepth: not serialised, since the serializer recurses
-  // once per level. (Queries walk the tree without recursion and still answer.)
-  bool tooDeep_;
   QueryPath queryPath_;
 };

@@ -42,16 +42,17 @@ XMLCh const* TransNumberText::number(double value) {
 
 XMLCh const* TransNumberText::integerByFormatter(long value) {
   TransStatus status;
-  TransString* text = TransIntegerImpl(value).asString(status);
-  bool const failed = status.failure();
-  if (!failed) formatted_ = icu::UnicodeString(TransUTF16::internal(text->asUTF16()));
-  TransValue::releaseString(text);  // the caller owns every returned string
-  return failed ? nullptr : reinterpret_cast<XMLCh const*>(formatted_.getTerminatedBuffer());
+  return kept(TransIntegerImpl(value).asString(status), status);
 }
 
 XMLCh const* TransNumberText::numberByFormatter(double value) {
   TransStatus status;
-  TransString* text = TransDoubleImpl(value).asXMLString(status);
+  return kept(TransDoubleImpl(value).asXMLString(status), status);
+}
+
+// The formatter's text, copied unless the conversion failed; the string is given back either way,
+// since the caller owns every returned string.
+XMLCh const* TransNumberText::kept(TransString* text, TransStatus const& status) {
   bool const failed = status.failure();
   if (!failed) formatted_ = icu::UnicodeString(TransUTF16::internal(text->asUTF16()));
   TransValue::releaseString(text);

@@ -14,6 +14,9 @@
 #include <unicode/unistr.h>
 #include <xercesc/util/XercesDefs.hpp>
 
+class TransStatus;
+class TransString;
+
 class TRANS_EXPORT TransNumberText {
 public:
   // The text, zero-terminated, valid until the next call; null when the conversion fails (the
@@ -28,6 +31,7 @@ public:
 private:
   bool plainIntegers();
   XMLCh const* ascii(char const* begin, char const* end);
+  XMLCh const* kept(TransString* text, TransStatus const& status);
 
   XMLCh digits_[32] = {};
   icu::UnicodeString formatted_;

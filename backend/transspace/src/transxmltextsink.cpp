@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <ostream>
 
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
 namespace {
 
 constexpr std::size_t kChunk = 1 << 16;
@@ -18,25 +21,14 @@ bool nameBefore(XMLCh const* a, XMLCh const* b) {
   return *a < *b;
 }
 
-void appendUTF8(char32_t c, std::string& to) {
-  if (c < 0x80) {
-    to.push_back(static_cast<char>(c));
-  } else if (c < 0x800) {
-    to.push_back(static_cast<char>(0xC0 | (c >> 6)));
-    to.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  } else if (c < 0x10000) {
-    to.push_back(static_cast<char>(0xE0 | (c >> 12)));
-    to.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-    to.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  } else {
-    to.push_back(static_cast<char>(0xF0 | (c >> 18)));
-    to.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
-    to.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-    to.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  }
+void appendUTF8(UChar32 c, std::string& to) {
+  char bytes[U8_MAX_LENGTH];
+  int32_t length = 0;
+  U8_APPEND_UNSAFE(bytes, length, c);
+  to.append(bytes, static_cast<std::size_t>(length));
 }
 
-[[noreturn]] void unwritable(char32_t c) {
+[[noreturn]] void unwritable(UChar32 c) {
   static char const digits[] = "0123456789ABCDEF";
   std::string code = "U+";
   for (int shift = 12; shift >= 0; shift -= 4) code.push_back(digits[(c >> shift) & 0xF]);
@@ -122,7 +114,7 @@ void TransXMLTextSink::appendName(XMLCh const* name) {
 
 void TransXMLTextSink::appendEscaped(XMLCh const* value, std::string& to) {
   for (; *value != 0; ++value) {
-    char32_t c = *value;
+    UChar32 c = *value;
     switch (c) {
       case '&': to += "&amp;"; continue;
       case '<': to += "&lt;"; continue;
@@ -133,9 +125,9 @@ void TransXMLTextSink::appendEscaped(XMLCh const* value, std::string& to) {
       default: break;
     }
     if (c < 0x20 || c == 0xFFFE || c == 0xFFFF) unwritable(c);
-    if (c >= 0xD800 && c <= 0xDFFF) {
-      if (c > 0xDBFF || value[1] < 0xDC00 || value[1] > 0xDFFF) unwritable(c);
-      c = 0x10000 + ((c - 0xD800) << 10) + (value[1] - 0xDC00);
+    if (U16_IS_SURROGATE(c)) {
+      if (!U16_IS_SURROGATE_LEAD(c) || !U16_IS_TRAIL(value[1])) unwritable(c);
+      c = U16_GET_SUPPLEMENTARY(c, value[1]);
       ++value;
     }
     appendUTF8(c, to);
