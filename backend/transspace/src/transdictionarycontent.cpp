@@ -3,9 +3,6 @@
 #include "transdictionarycontent.h"
 
 #include "transdictionarysink.h"
-#include <transspace/transstatus.h>
-#include <transspace/transstring.h>
-#include "transutf16.h"
 #include "transutil.h"
 #include "transxmlcharray.h"
 
@@ -153,9 +150,7 @@ void TransDictionaryContent::fixed(XMLCh const* name, XMLCh const* value) { sink
 // zero-terminated text, a text is cut at an embedded zero byte.
 void TransDictionaryContent::text(XMLCh const* name, char const* mbcs) {
   if (mbcs == nullptr) return;
-  TransString converted(mbcs);
-  TransStatus status;
-  sink_.attribute(name, xmlChars(TransUTF16::internal(converted.asUTF16(status))));
+  sink_.attribute(name, xmlChars(hostText_.toTerminatedUTF16(mbcs)));
 }
 
 // Integer text in the numeric locale; left out when the conversion fails.

@@ -17,6 +17,7 @@
 
 #include <transspace/zorb/datasource.h>
 
+#include "transhosttext.h"
 #include "transnumbertext.h"
 
 class TransDictionarySink;
@@ -63,4 +64,5 @@ private:
 
   TransDictionarySink& sink_;
   TransNumberText numbers_;
+  TransHostText hostText_;
 };

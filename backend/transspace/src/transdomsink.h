@@ -2,6 +2,12 @@
 // the sink's top level are handed to a placement function when they are complete (the document
 // builder puts them where they belong); nested elements are appended to their parent in order.
 // Opened on an existing element, the sink writes the attributes that come first onto it.
+//
+// The elements the sink makes are new and hold only what the content sends: names that are valid,
+// each attribute name once per element, attributes before children. So they are built with the
+// unchecked calls Xerces' own parser builds its documents with, and each element's attribute map
+// is sized once, when its attributes are complete. Placing a finished element into the document
+// goes through the checked DOM calls, as any change of an existing tree does.
 #pragma once
 
 #include "transdictionarysink.h"
@@ -15,6 +21,7 @@ class TransDOMSink : public TransDictionarySink {
 public:
   using DOMDocument = XERCES_CPP_NAMESPACE::DOMDocument;
   using DOMElement = XERCES_CPP_NAMESPACE::DOMElement;
+  using DOMAttr = XERCES_CPP_NAMESPACE::DOMAttr;
   using Place = std::function<void(DOMElement*)>;
 
   // Top-level elements are left where they are (detached) unless a placement function is given.
@@ -30,8 +37,13 @@ public:
   DOMElement* lastElement() const { return last_; }
 
 private:
+  // Gives the element begun last the attributes made for it so far.
+  void attachAttributes();
+
   DOMDocument* document_;
   Place place_;
   std::vector<DOMElement*> open_;
+  DOMElement* existing_ = nullptr;  // the element the sink was opened on, if any
+  std::vector<DOMAttr*> attributes_;
   DOMElement* last_ = nullptr;
 };

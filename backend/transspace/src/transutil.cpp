@@ -1,6 +1,7 @@
 #include "transconfig.h"
 
 #include "transutil.h"
+#include "transhosttext.h"
 
 #include <transspace/zorb/platform.h>
 
@@ -33,19 +34,8 @@ std::string TransUtil::codepage() {
 }
 
 icu::UnicodeString TransUtil::MBCStoUTF16(std::string const& text) {
-  icu::UnicodeString result;
-  if (text.empty()) return result;
-  UErrorCode error = U_ZERO_ERROR;
-  UConverter* converter = openConverter(error);
-  if (converter == nullptr) return result;
-  int32_t const length = static_cast<int32_t>(text.size());
-  int32_t const capacity = 2 * length + 1;
-  UChar* buffer = result.getBuffer(capacity);
-  int32_t written = ucnv_toUChars(converter, buffer, capacity, text.data(), length, &error);
-  ucnv_close(converter);
-  result.releaseBuffer(written);
-  if (U_FAILURE(error)) result.remove();  // a partial conversion is discarded
-  return result;
+  TransHostText host;
+  return host.toUTF16(text.data(), text.size());
 }
 
 std::string TransUtil::UTF16toMBCS(icu::UnicodeString const& text) {

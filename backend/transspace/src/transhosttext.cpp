@@ -1,0 +1,42 @@
+#include "transconfig.h"
+
+#include "transhosttext.h"
+#include "transutil.h"
+
+#include <cstring>
+
+TransHostText::~TransHostText() {
+  if (converter_ != nullptr) ucnv_close(converter_);
+}
+
+// The converter for the code page of the first call; null when that name is not a usable converter.
+UConverter* TransHostText::converter() {
+  if (opened_) return converter_;
+  opened_ = true;
+  UErrorCode error = U_ZERO_ERROR;
+  converter_ = ucnv_open(TransUtil::codepage().c_str(), &error);
+  if (U_FAILURE(error) && converter_ != nullptr) {
+    ucnv_close(converter_);
+    converter_ = nullptr;
+  }
+  return converter_;
+}
+
+icu::UnicodeString const& TransHostText::toUTF16(char const* text, std::size_t length) {
+  converted_.remove();
+  if (length == 0 || converter() == nullptr) return converted_;
+  UErrorCode error = U_ZERO_ERROR;
+  // Two units for each byte and the terminator: one call, no retry loop. The converter is reset
+  // by each whole-string conversion, so nothing of one text carries over into the next.
+  int32_t const bytes = static_cast<int32_t>(length);
+  int32_t const capacity = 2 * bytes + 1;
+  UChar* buffer = converted_.getBuffer(capacity);
+  int32_t written = ucnv_toUChars(converter_, buffer, capacity, text, bytes, &error);
+  converted_.releaseBuffer(U_SUCCESS(error) ? written : 0);
+  return converted_;
+}
+
+UChar const* TransHostText::toTerminatedUTF16(char const* text) {
+  toUTF16(text, std::strlen(text));
+  return converted_.getTerminatedBuffer();
+}
