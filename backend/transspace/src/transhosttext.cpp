@@ -4,6 +4,13 @@
 #include "transutil.h"
 
 #include <cstring>
+#include <limits>
+
+namespace {
+
+std::size_t const kLongest = (std::numeric_limits<int32_t>::max() - 1) / 2;
+
+}  // namespace
 
 TransHostText::~TransHostText() {
   if (converter_ != nullptr) ucnv_close(converter_);
@@ -24,7 +31,8 @@ UConverter* TransHostText::converter() {
 
 icu::UnicodeString const& TransHostText::toUTF16(char const* text, std::size_t length) {
   converted_.remove();
-  if (length == 0 || converter() == nullptr) return converted_;
+  // A text too long for one call's buffer (over a gigabyte) does not convert whole either.
+  if (length == 0 || length > kLongest || converter() == nullptr) return converted_;
   UErrorCode error = U_ZERO_ERROR;
   // Two units for each byte and the terminator: one call, no retry loop. The converter is reset
   // by each whole-string conversion, so nothing of one text carries over into the next.
