@@ -18,14 +18,8 @@ TransHostText::~TransHostText() {
 
 // The converter for the code page of the first call; null when that name is not a usable converter.
 UConverter* TransHostText::converter() {
-  if (opened_) return converter_;
+  if (!opened_) converter_ = TransUtil::openHostConverter();
   opened_ = true;
-  UErrorCode error = U_ZERO_ERROR;
-  converter_ = ucnv_open(TransUtil::codepage().c_str(), &error);
-  if (U_FAILURE(error) && converter_ != nullptr) {
-    ucnv_close(converter_);
-    converter_ = nullptr;
-  }
   return converter_;
 }
 

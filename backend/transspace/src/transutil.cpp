@@ -14,23 +14,19 @@
 #include <unicode/numfmt.h>
 #include <unicode/ucnv.h>
 
-namespace {
+std::string TransUtil::codepage() {
+  if (qUTF8mode() != 0) return "UTF-8";
+  return ZORBMBDefaultCodePage();
+}
 
-// Opens a converter for the current code page; null when the name is not a usable converter.
-UConverter* openConverter(UErrorCode& error) {
-  UConverter* converter = ucnv_open(TransUtil::codepage().c_str(), &error);
+UConverter* TransUtil::openHostConverter() {
+  UErrorCode error = U_ZERO_ERROR;
+  UConverter* converter = ucnv_open(codepage().c_str(), &error);
   if (U_FAILURE(error)) {
     if (converter != nullptr) ucnv_close(converter);
     return nullptr;
   }
   return converter;
-}
-
-}  // namespace
-
-std::string TransUtil::codepage() {
-  if (qUTF8mode() != 0) return "UTF-8";
-  return ZORBMBDefaultCodePage();
 }
 
 icu::UnicodeString TransUtil::MBCStoUTF16(std::string const& text) {
@@ -40,9 +36,9 @@ icu::UnicodeString TransUtil::MBCStoUTF16(std::string const& text) {
 
 std::string TransUtil::UTF16toMBCS(icu::UnicodeString const& text) {
   if (text.isEmpty()) return std::string();
-  UErrorCode error = U_ZERO_ERROR;
-  UConverter* converter = openConverter(error);
+  UConverter* converter = openHostConverter();
   if (converter == nullptr) return std::string();
+  UErrorCode error = U_ZERO_ERROR;
   int32_t const length = text.length();
   // Ten units of slack on purpose: one ICU call, no retry loop.
   int32_t const size = ucnv_getMaxCharSize(converter) * (length + 10);

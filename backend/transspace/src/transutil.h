@@ -6,6 +6,7 @@
 
 #include <string>
 #include <unicode/locid.h>
+#include <unicode/ucnv.h>
 #include <unicode/unistr.h>
 
 class TRANS_EXPORT TransUtil {
@@ -14,6 +15,9 @@ public:
   static constexpr double noNumber = -1.7976931348623157e308;
 
   static std::string codepage();
+  // A converter for the current code page, to be closed by the caller; null when the code page's
+  // name is not a usable converter.
+  static UConverter* openHostConverter();
   static icu::UnicodeString MBCStoUTF16(std::string const& text);
   static std::string UTF16toMBCS(icu::UnicodeString const& text);
   static double UTF16toDouble(icu::UnicodeString const& text);
