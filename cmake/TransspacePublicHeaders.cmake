@@ -11,11 +11,16 @@ function(transspace_public_headers target)
   endif()
 endfunction()
 
-# transspace_shared_library(target EXPORT_NAME name)
-# The properties that the three installed libraries share: a versioned SONAME, the alias target
-# transspace::<name> that an installed package also provides, and the install rules.
+# transspace_shared_library(target EXPORT_NAME name [EXPORTS version-script])
+# The properties that the installed libraries share: a versioned SONAME, the alias target
+# transspace::<name> that an installed package also provides, the install rules, and, given a
+# linker version script, only the symbols it names in the dynamic symbol table.
 function(transspace_shared_library target)
-  cmake_parse_arguments(L "" "EXPORT_NAME" "" ${ARGN})
+  cmake_parse_arguments(L "" "EXPORT_NAME;EXPORTS" "" ${ARGN})
+  if(L_EXPORTS)
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${L_EXPORTS}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${L_EXPORTS})
+  endif()
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${L_EXPORT_NAME}
     VERSION ${PROJECT_VERSION}

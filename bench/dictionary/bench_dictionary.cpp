@@ -12,7 +12,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "transdictionaryimpl.h"
+#include "dictionary/transdictionaryimpl.h"
 #include <transspace/zorb/datasourcebuilder.h>
 #include <transspace/zorb/platform.h>
 

@@ -16,7 +16,7 @@
 
 #include <transspace/savfile/reader.h>
 #include "savfilebuilder.h"
-#include "transdictionarywriter.h"
+#include <transspace/transdictionarywriter.h>
 #include <transspace/transspace.h>
 #include <transspace/transvalue.h>
 #include <transspace/zorb/datasource.h>

@@ -11,7 +11,7 @@
 //
 // Targets (issue 5, 2-core CI machine): >= 300 queries/s at 10,000 variables; >= 25 queries/s and
 // a value constructed in < 6 s at 100,000.
-#include "transdomimpl.h"
+#include "document/transdomimpl.h"
 #include <transspace/transspace.h>
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>

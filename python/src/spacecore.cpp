@@ -4,19 +4,11 @@
 
 namespace pytrans {
 
-namespace {
-
-// The library hands out its entries as const references; the entries themselves are not const,
-// and the space moves a value in or out of an entry only while it holds the lock.
-TransValue& writable(TransValue const& entry) { return const_cast<TransValue&>(entry); }
-
-}  // namespace
-
 SpaceCore::SpaceCore() : platform_(xmlPlatform()), space_(newSpace()) {}
 
 SpaceCore::~SpaceCore() {
   std::lock_guard<std::mutex> guard(lock_);
-  for (auto& entry : entries_) release(entry.first);
+  for (auto& entry : entries_) leave(entry.second);
 }
 
 // Trimming sets warning as well when it leaves nothing, so an empty name is told from a duplicate
@@ -34,20 +26,24 @@ TransValue const* SpaceCore::findEntry(TransString const& name) const {
   return status.failure() ? nullptr : &entry;
 }
 
-void SpaceCore::release(TransValue const* entry) {
-  auto found = entries_.find(entry);
-  if (found == entries_.end()) return;
-  if (std::shared_ptr<ValueCell> cell = found->second.cell.lock()) {
-    std::lock_guard<std::mutex> guard(cell->lock());
-    cell->moveOutOf(writable(*entry));
+void SpaceCore::leave(Entry const& entry) {
+  TransStatus status;
+  std::shared_ptr<ValueCell> cell = entry.cell.lock();
+  if (!cell) {
+    space_->remove(entry.name, status);
+    return;
   }
+  std::lock_guard<std::mutex> guard(cell->lock());
+  TransValue value;
+  space_->take(entry.name, value, status);
+  cell->keep(std::move(value));
 }
 
 AddOutcome SpaceCore::add(TransString const& name, TransValue const& value, ValueKind kind) {
   std::lock_guard<std::mutex> guard(lock_);
   TransStatus status;
   bool const added = space_->add(name, value, status);
-  if (added) entries_[findEntry(name)] = Entry{kind, {}};
+  if (added) entries_.emplace(findEntry(name), Entry{kind, {}, name});
   return outcome(added, name);
 }
 
@@ -56,15 +52,12 @@ AddOutcome SpaceCore::add(TransString const& name, std::shared_ptr<ValueCell> co
   std::lock_guard<std::mutex> cellGuard(cell->lock());
   TransStatus status;
   bool const moving = !cell->inSpace();
-  bool const added = space_->add(name, moving ? TransValue() : cell->value(), status);
+  bool const added = moving ? space_->add(name, std::move(cell->ownValue()), status)
+                            : space_->add(name, cell->value(), status);
   if (!added) return outcome(added, name);
   TransValue const* entry = findEntry(name);
-  if (moving) {
-    cell->moveInto(writable(*entry));
-    entries_[entry] = Entry{cell->kind(), cell};
-  } else {
-    entries_[entry] = Entry{cell->kind(), {}};
-  }
+  if (moving) cell->readEntry(entry);
+  entries_.emplace(entry, Entry{cell->kind(), moving ? cell : std::weak_ptr<ValueCell>(), name});
   return AddOutcome::added;
 }
 
@@ -89,29 +82,30 @@ bool SpaceCore::exists(TransString const& name) {
 
 bool SpaceCore::remove(TransString const& name) {
   std::lock_guard<std::mutex> guard(lock_);
-  TransValue const* entry = findEntry(name);
-  if (entry == nullptr) return false;
-  release(entry);
-  entries_.erase(entry);
-  TransStatus status;
-  return space_->remove(name, status);
+  auto const found = entries_.find(findEntry(name));
+  if (found == entries_.end()) return false;
+  leave(found->second);
+  entries_.erase(found);
+  return true;
 }
 
 bool SpaceCore::removeAll(TransString const& name) {
   std::lock_guard<std::mutex> guard(lock_);
-  TransValue const* entry = findEntry(name);
-  if (entry != nullptr) {
-    release(entry);
-    entries_.erase(entry);
+  auto const found = entries_.find(findEntry(name));
+  bool const removed = found != entries_.end();
+  if (removed) {
+    leave(found->second);
+    entries_.erase(found);
   }
   TransStatus status;
-  return space_->removeAll(name, status);
+  space_->removeAll(name, status);  // the image group of that name
+  return removed;
 }
 
-std::unique_ptr<TransStringList, void (*)(TransStringList*)> SpaceCore::names() {
+TransStringListOwner SpaceCore::names() {
   std::lock_guard<std::mutex> guard(lock_);
   TransStatus status;
-  return {space_->list(status), [](TransStringList* list) { TransSpace::releaseStringList(list); }};
+  return TransStringListOwner(space_->list(status));
 }
 
 bool SpaceCore::addImage(TransString const& group, TransImage const& image) {

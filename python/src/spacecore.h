@@ -9,6 +9,7 @@
 #include <optional>
 
 #include <transspace/transimage.h>
+#include <transspace/transowner.h>
 #include <transspace/transspace.h>
 #include "valuecell.h"
 #include "xmlplatform.h"
@@ -37,7 +38,7 @@ public:
   // Removes the value and the image group of that name; true when a value was removed.
   bool removeAll(TransString const& name);
   // The names in the library's order (ascending, ignoring letter case).
-  std::unique_ptr<TransStringList, void (*)(TransStringList*)> names();
+  TransStringListOwner names();
 
   // False when the group name is empty or blank.
   bool addImage(TransString const& group, TransImage const& image);
@@ -49,12 +50,13 @@ private:
   struct Entry {
     ValueKind kind;
     std::weak_ptr<ValueCell> cell;  // the Python value reading this entry, if any
+    TransString name;               // as it was added
   };
 
   AddOutcome outcome(bool added, TransString const& name) const;
   TransValue const* findEntry(TransString const& name) const;
-  // The entry's value goes to the Python value that reads it (if any), before the entry is erased.
-  void release(TransValue const* entry);
+  // The entry leaves the space: its value goes to the Python value that reads it, if any.
+  void leave(Entry const& entry);
 
   XmlPlatform platform_;
   std::unique_ptr<TransSpace, void (*)(TransSpace*)> space_;

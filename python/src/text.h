@@ -8,6 +8,7 @@
 
 #include <memory>
 
+#include <transspace/transowner.h>
 #include <transspace/transspace.h>
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
@@ -29,14 +30,5 @@ py::str utf16ToStr(Unit const* text);
 py::str toStr(TransString const& text);
 py::list toList(TransStringList const& texts);
 
-struct StringRelease {
-  void operator()(TransString* string) const { TransSpace::releaseString(string); }
-};
-struct StringListRelease {
-  void operator()(TransStringList* strings) const { TransSpace::releaseStringList(strings); }
-};
-// What the library hands out, given back when the owner goes.
-using OwnedString = std::unique_ptr<TransString, StringRelease>;
-using OwnedStringList = std::unique_ptr<TransStringList, StringListRelease>;
 
 }  // namespace pytrans

@@ -13,9 +13,6 @@ namespace pytrans {
 
 namespace {
 
-// The no-number value of the library: what a number view returns when there is no number.
-constexpr double noNumber = -1.7976931348623157e308;
-
 // Stands for "no default given" in the query functions (None is a valid default).
 py::object& missing() {
   static py::object* sentinel = new py::object(py::module_::import("builtins").attr("object")());
@@ -81,7 +78,7 @@ py::str xml(PyValue const& self);
 py::str text(PyValue const& self) {
   if (self.cell->kind() == ValueKind::document) return xml(self);
   TransStatus status;
-  OwnedString answer = withValue(*self.cell, [&](TransValue const& value) { return OwnedString(value.asString(status)); });
+  TransStringOwner answer = withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asString(status)); });
   if (status.failure()) throw NoResultError(notApplicable(self.cell->kind(), "text (a null value)"));
   return toStr(*answer);
 }
@@ -97,7 +94,7 @@ double number(PyValue const& self) {
 // mode), read back through its UTF-16 form.
 py::str xml(PyValue const& self) {
   TransStatus status;
-  OwnedString answer = withValue(*self.cell, [&](TransValue const& value) { return OwnedString(value.asMBCSXML(status)); });
+  TransStringOwner answer = withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asMBCSXML(status)); });
   if (status.failure()) {
     if (self.cell->kind() == ValueKind::document) throw NoResultError("the document could not be serialised");
     throw NoResultError(notApplicable(self.cell->kind(), "XML form (only documents have one)"));
@@ -109,8 +106,8 @@ py::object queryList(PyValue const& self, py::handle context, py::handle path, p
   TransString const c = toTransString(context, "context");
   TransString const p = toTransString(path, "path");
   TransStatus status;
-  OwnedStringList answer =
-      query(*self.cell, [&](TransValue const& value) { return OwnedStringList(value.asStringList(c, p, status)); });
+  TransStringListOwner answer =
+      query(*self.cell, [&](TransValue const& value) { return TransStringListOwner(value.asStringList(c, p, status)); });
   if (status.failure()) return noResult(self, context, path, p, fallback);
   return toList(*answer);
 }
@@ -119,8 +116,8 @@ py::object queryString(PyValue const& self, py::handle context, py::handle path,
   TransString const c = toTransString(context, "context");
   TransString const p = toTransString(path, "path");
   TransStatus status;
-  OwnedString answer =
-      query(*self.cell, [&](TransValue const& value) { return OwnedString(value.asString(c, p, status)); });
+  TransStringOwner answer =
+      query(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asString(c, p, status)); });
   if (status.failure()) return noResult(self, context, path, p, fallback);
   return toStr(*answer);
 }
@@ -154,7 +151,7 @@ std::pair<TransValue, ValueKind> plainValue(py::handle content) {
 }
 
 void registerValue(py::module_& module) {
-  module.attr("NO_NUMBER") = noNumber;
+  module.attr("NO_NUMBER") = TransValue::noNumber;
   py::arg_v const fallback("default", missing(), "<no default>");
   py::class_<PyValue>(module, "Value", R"doc(
 One value of the library: null, a number (a double), a text or an XML document.

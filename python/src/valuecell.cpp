@@ -16,24 +16,20 @@ char const* kindName(ValueKind kind) {
 
 ValueCell::ValueCell(TransValue value, ValueKind kind)
     : platform_(kind == ValueKind::document ? xmlPlatform() : nullptr),
-      owned_(new TransValue),
+      owned_(new TransValue(std::move(value))),
       value_(owned_.get()),
-      kind_(kind) {
-  owned_->swap(value);
-}
+      kind_(kind) {}
 
 ValueCell::ValueCell(TransValue const* entry, ValueKind kind, XmlPlatform platform)
     : platform_(std::move(platform)), value_(entry), kind_(kind) {}
 
-void ValueCell::moveInto(TransValue& entry) {
-  entry.swap(*owned_);
+void ValueCell::readEntry(TransValue const* entry) {
   owned_.reset();
-  value_ = &entry;
+  value_ = entry;
 }
 
-void ValueCell::moveOutOf(TransValue& entry) {
-  owned_.reset(new TransValue);
-  owned_->swap(entry);
+void ValueCell::keep(TransValue value) {
+  owned_.reset(new TransValue(std::move(value)));
   value_ = owned_.get();
 }
 

@@ -2,8 +2,8 @@
 //
 // A value stored in a space is an entry of the library's map, and the space hands out a reference
 // to it. A Python Value taken from a space (space[name]) reads that entry in place, with no copy;
-// when the entry leaves the space (del, remove_all, the space's end) the space moves the value
-// into the cell (TransValue::swap), so the Python object keeps working. The other way round, a
+// when the entry leaves the space (del, remove_all, the space's end) the space takes the value
+// out into the cell (TransSpace::take), so the Python object keeps working. The other way round, a
 // Value that lives in its own cell is moved into the space by the first assignment, not copied.
 //
 // A value fills caches as it answers (strings convert lazily, a document builds its query view on
@@ -37,10 +37,12 @@ public:
   // The rest with the cell's lock held.
   TransValue const& value() const { return *value_; }
   bool inSpace() const { return owned_ == nullptr; }
-  // Moves the cell's own value into the (null) entry, which it then reads.
-  void moveInto(TransValue& entry);
-  // Moves the entry's value into the cell; the entry is left null, ready to be erased.
-  void moveOutOf(TransValue& entry);
+  // The cell's own value, to be moved into a space; then readEntry.
+  TransValue& ownValue() { return *owned_; }
+  // Reads `entry` of a space from now on (the cell's own value has moved there).
+  void readEntry(TransValue const* entry);
+  // Owns `value` (taken out of the space) from now on.
+  void keep(TransValue value);
 
 private:
   XmlPlatform platform_;  // declared first, released last: documents die while the platform is up

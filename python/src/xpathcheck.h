@@ -1,6 +1,7 @@
 // Tells a malformed XPath expression from one that merely found nothing. The library reports an
-// exception while evaluating the path as a plain failure, so when a query fails the module
-// compiles the path once more with Xalan, only to find the evaluator's message for a malformed one.
+// exception while evaluating the path as a plain failure, so when a query fails the module asks
+// the library's syntax check (TransValue::isXPath), only to find the evaluator's message for a
+// malformed one.
 #pragma once
 
 #include <optional>

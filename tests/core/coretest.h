@@ -1,7 +1,7 @@
 // Shared helpers of the core tests.
 #pragma once
 
-#include "transutf16.h"
+#include "core/transutf16.h"
 #include <transspace/zorb/platform.h>
 
 #include <gtest/gtest.h>

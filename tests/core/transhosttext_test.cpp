@@ -1,7 +1,7 @@
 // TransHostText, the converter of host texts that the dictionary's builders keep for many texts:
 // one converter and one buffer give every text what a conversion of its own would give.
-#include "transhosttext.h"
-#include "transutil.h"
+#include "core/transhosttext.h"
+#include "core/transutil.h"
 
 #include "coretest.h"
 #include <transspace/zorb/platform.h>

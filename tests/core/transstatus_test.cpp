@@ -1,6 +1,6 @@
 // TransStatus and TransStatusImpl.
 #include <transspace/transstatus.h>
-#include "transstatusimpl.h"
+#include "core/transstatusimpl.h"
 
 #include <gtest/gtest.h>
 

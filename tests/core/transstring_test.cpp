@@ -1,6 +1,6 @@
 // TransString and TransStringImpl.
 #include <transspace/transstring.h>
-#include "transstringimpl.h"
+#include "core/transstringimpl.h"
 
 #include "coretest.h"
 #include <transspace/zorb/platform.h>
@@ -527,7 +527,7 @@ std::string regexLiteral(std::string const& text) {
 
 // glibc's assert message: "<program>: <file>:<line>: <function>: Assertion `<expression>' failed."
 std::string assertionRegex(char const* line, char const* function, char const* expression) {
-  return regexLiteral(std::string("backend/transspace/src/transstring.cpp:") + line + ": " + function +
+  return regexLiteral(std::string("backend/transspace/src/core/transstring.cpp:") + line + ": " + function +
                       ": Assertion `" + expression + "' failed.");
 }
 
@@ -605,7 +605,7 @@ TEST_F(TransStringTest, LibraryContainsTheAssertionTexts) {
   ASSERT_TRUE(file) << path;
   std::string const bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   for (char const* text : {kMBCSExpression, kUTF16Expression, kMBCSFunction, kUTF16Function,
-                           "backend/transspace/src/transstring.cpp"}) {
+                           "backend/transspace/src/core/transstring.cpp"}) {
     EXPECT_NE(bytes.find(std::string(text) + '\0'), std::string::npos) << "not in " << path << ": " << text;
   }
 }

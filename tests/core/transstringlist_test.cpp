@@ -1,6 +1,6 @@
 // TransStringList and TransStringListImpl.
 #include <transspace/transstringlist.h>
-#include "transstringlistimpl.h"
+#include "core/transstringlistimpl.h"
 
 #include "coretest.h"
 #include <transspace/zorb/platform.h>

@@ -3,7 +3,7 @@
 // that went in.
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
-#include "transutf16.h"
+#include "core/transutf16.h"
 
 #include "coretest.h"
 

@@ -1,6 +1,6 @@
 // TransUtil, the conversions between the host's code page and UTF-16 and the
 // parse of a UTF-16 number in the C library's numeric locale.
-#include "transutil.h"
+#include "core/transutil.h"
 
 #include "coretest.h"
 #include <transspace/zorb/platform.h>

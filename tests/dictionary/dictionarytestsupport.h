@@ -14,8 +14,8 @@
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "transdictionaryimpl.h"
-#include "transxmlcharray.h"
+#include "dictionary/transdictionaryimpl.h"
+#include "dictionary/transxmlcharray.h"
 #include <transspace/zorb/datasource.h>
 #include <transspace/zorb/datasourcebuilder.h>
 #include <transspace/zorb/platform.h>

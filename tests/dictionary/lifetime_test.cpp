@@ -6,7 +6,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "transdictionaryimpl.h"
+#include "dictionary/transdictionaryimpl.h"
 #include <transspace/zorb/datasourcebuilder.h>
 
 namespace {

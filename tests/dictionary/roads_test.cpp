@@ -24,8 +24,8 @@
 #include <transspace/savfile/bytesource.h>
 #include <transspace/savfile/reader.h>
 #include "savfilebuilder.h"
-#include "transdictionarywriter.h"
-#include "transnumbertext.h"
+#include <transspace/transdictionarywriter.h>
+#include "values/transnumbertext.h"
 #include <transspace/transspace.h>
 #include <transspace/transvalue.h>
 #include <transspace/zorb/datasource.h>

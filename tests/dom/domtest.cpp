@@ -1,6 +1,6 @@
 #include "domtest.h"
 
-#include "transutf16.h"
+#include "core/transutf16.h"
 
 #include <transspace/zorb/datasourcebuilder.h>
 #include <transspace/zorb/platform.h>

@@ -2,8 +2,8 @@
 // on hand-built documents and on dictionary documents of the host model.
 #include "domtest.h"
 
-#include "transdomimpl.h"
-#include "transutil.h"
+#include "document/transdomimpl.h"
+#include "core/transutil.h"
 
 #include <transspace/zorb/platform.h>
 

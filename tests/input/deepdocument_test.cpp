@@ -1,7 +1,7 @@
 // Document values on input that would drive recursion in the XML libraries: documents a host
 // builds deeper than the parse allows (copied without recursion, queried, but not serialised) and
 // query expressions nested deeper than the evaluator's stack would allow.
-#include "transdomimpl.h"
+#include "document/transdomimpl.h"
 #include <transspace/transxmlinput.h>
 
 #include <transspace/transspace.h>

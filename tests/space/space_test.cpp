@@ -2,7 +2,7 @@
 // their flags (the failure table row by row) and the assertions of the forms without status.
 #include "spacetestsupport.h"
 #include <transspace/transspace.h>
-#include "transutf16.h"
+#include "core/transutf16.h"
 
 #include <gtest/gtest.h>
 
@@ -340,7 +340,7 @@ TEST_F(TransSpaceTest, FormsWithoutStatusReturnTheResult) {
 
 std::string assertion(char const* message) {
   std::string const expression = std::string("! status.failure() && \"") + message + "\"";
-  return escapeRegex("backend/transspace/src/transspace.cpp:") + "[0-9]+: .*: " +
+  return escapeRegex("backend/transspace/src/space/transspace.cpp:") + "[0-9]+: .*: " +
          escapeRegex("Assertion `" + expression + "' failed.");
 }
 

@@ -1,7 +1,7 @@
 // Null and text values (TransNullImpl, TransTextImpl), directly and through TransValue.
-#include "transnullimpl.h"
-#include "transtextimpl.h"
-#include "transutf16.h"
+#include "values/transnullimpl.h"
+#include "values/transtextimpl.h"
+#include "core/transutf16.h"
 #include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 

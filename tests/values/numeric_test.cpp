@@ -1,7 +1,7 @@
 // Numeric values (TransDoubleImpl, TransIntegerImpl) and their formatting with the
 // decimal pattern "#0.###".
-#include "transdoubleimpl.h"
-#include "transintegerimpl.h"
+#include "values/transdoubleimpl.h"
+#include "values/transintegerimpl.h"
 #include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 

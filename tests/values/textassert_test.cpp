@@ -5,8 +5,8 @@
 // the exported function through its PLT, so this definition interposes on the library's (the
 // target exports it, ENABLE_EXPORTS) and injects the failure that the assertion guards against.
 #include <transspace/transstring.h>
-#include "transtextimpl.h"
-#include "transutf16.h"
+#include "values/transtextimpl.h"
+#include "core/transutf16.h"
 #include "valuetestsupport.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ TEST(TransTextImplDeathTest, AsDoubleAssertsOnAFailedConversion) {
   GTEST_SKIP() << "death tests are skipped in the sanitizer build";
 #endif
   std::string const message =
-      "backend/transspace/src/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) const: "
+      "backend/transspace/src/values/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) const: "
       "Assertion `! s.failure()' failed.";
   TransTextImpl const impl{TransString("12")};
   EXPECT_DEATH(

@@ -1,6 +1,6 @@
 // The value handle TransValue and the contract every implementation keeps.
 #include <transspace/transspace.h>
-#include "transutil.h"
+#include "core/transutil.h"
 #include <transspace/transvalue.h>
 #include "valuetestsupport.h"
 

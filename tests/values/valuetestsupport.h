@@ -6,9 +6,9 @@
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
 #include "transtestsupport.h"
-#include "transutf16.h"
+#include "core/transutf16.h"
 #include <transspace/transvalue.h>
-#include "transvalueimpl.h"
+#include "values/transvalueimpl.h"
 
 #include <clocale>
 #include <memory>

@@ -5,7 +5,7 @@
 // document taken as it is keeps them.
 #include "xpathtest.h"
 
-#include "transutil.h"
+#include "core/transutil.h"
 
 using namespace domtest;
 using namespace xpathtest;

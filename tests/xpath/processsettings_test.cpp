@@ -3,7 +3,7 @@
 // (contexts and paths given as multibyte text, answers read back as multibyte text), on every road.
 #include "xpathtest.h"
 
-#include "transutil.h"
+#include "core/transutil.h"
 #include <transspace/zorb/platform.h>
 
 #include <clocale>

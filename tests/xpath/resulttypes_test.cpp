@@ -6,7 +6,7 @@
 // transformation, which no query of the library runs.)
 #include "xpathtest.h"
 
-#include "transutil.h"
+#include "core/transutil.h"
 
 #include <xalanc/XPath/Function.hpp>
 #include <xalanc/XPath/XObjectFactory.hpp>

@@ -2,8 +2,8 @@
 // answers equal Xalan's is the equivalence test's business.)
 #include "domtest.h"
 
-#include "transpathindex.h"
-#include "transsourcetree.h"
+#include "document/transpathindex.h"
+#include "document/transsourcetree.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 // TransRootStep: root steps found wherever they stand in a compiled expression, and only there.
 #include "domtest.h"
 
-#include "transrootstep.h"
+#include "document/transrootstep.h"
 
 #include <memory>
 #include <string>

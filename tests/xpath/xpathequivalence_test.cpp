@@ -6,7 +6,7 @@
 // and the answers and flags of all three accessors must be identical.
 #include "domtest.h"
 
-#include "transdomimpl.h"
+#include "document/transdomimpl.h"
 
 #include <cmath>
 #include <cstring>

@@ -4,7 +4,7 @@
 // wrapper road.
 #include "xpathtest.h"
 
-#include "transutil.h"
+#include "core/transutil.h"
 
 #include <memory>
 #include <string>

@@ -5,8 +5,8 @@
 
 #include "domtest.h"
 
-#include "transdomimpl.h"
-#include "transutil.h"
+#include "document/transdomimpl.h"
+#include "core/transutil.h"
 
 #include <memory>
 #include <string>

@@ -13,7 +13,8 @@
 
 #include "inputdocument.h"
 #include "schematext.h"
-#include "transdictionarywriter.h"
+#include <transspace/transdictionarywriter.h>
+#include <transspace/transowner.h>
 #include <transspace/transspace.h>
 #include <transspace/transvalue.h>
 #include <transspace/transxmlinput.h>
@@ -24,19 +25,6 @@ namespace cli {
 namespace {
 
 using namespace XERCES_CPP_NAMESPACE;
-
-// The library's no-number value: a double answer equal to it means "no number".
-constexpr double noNumber = -1.7976931348623157e308;
-
-// Owns one string or list handed out by the library and gives it back.
-struct ReleasedString {
-  TransString* string;
-  ~ReleasedString() { TransSpace::releaseString(string); }
-};
-struct ReleasedList {
-  TransStringList* list;
-  ~ReleasedList() { TransSpace::releaseStringList(list); }
-};
 
 }  // namespace
 
@@ -76,12 +64,12 @@ int streamDict(Options const& options, std::ostream& out, std::ostream& err) {
 // `dict` of an XML file: the document value's own serialisation.
 int runDict(Options const& options, TransValue const& value, std::ostream& out, std::ostream& err) {
   TransStatus status;
-  ReleasedString xml{value.asMBCSXML(status)};
+  TransStringOwner const xml(value.asMBCSXML(status));
   if (status.failure()) {
     err << "transspace: " << options.file << ": the dictionary could not be serialised\n";
     return NoResult;
   }
-  std::string text = xml.string->asMBCS();
+  std::string text = xml->asMBCS();
   out << (options.pretty ? indent(text) : text) << '\n';
   return Answered;
 }
@@ -117,19 +105,19 @@ int answerQuery(Options const& options, TransValue const& value, std::ostream& o
   TransStatus status;
   switch (options.answer) {
     case AnswerForm::List: {
-      ReleasedList answer{value.asStringList(context, path, status)};
-      for (unsigned long i = 0; i < answer.list->size(); ++i) out << answer.list->asMBCS(i) << '\n';
-      return report(status, answer.list->empty(), false, err);
+      TransStringListOwner const answer(value.asStringList(context, path, status));
+      for (unsigned long i = 0; i < answer->size(); ++i) out << answer->asMBCS(i) << '\n';
+      return report(status, answer->empty(), false, err);
     }
     case AnswerForm::String: {
-      ReleasedString answer{value.asString(context, path, status)};
-      bool const empty = answer.string->empty();
-      if (!status.failure() && !empty) out << answer.string->asMBCS() << '\n';
+      TransStringOwner const answer(value.asString(context, path, status));
+      bool const empty = answer->empty();
+      if (!status.failure() && !empty) out << answer->asMBCS() << '\n';
       return report(status, empty, true, err);
     }
     case AnswerForm::Double: {
       double const number = value.asDouble(context, path, status);
-      bool const empty = number == noNumber;
+      bool const empty = number == TransValue::noNumber;
       if (!status.failure() && !empty) out << shortestText(number) << '\n';
       return report(status, empty, true, err);
     }

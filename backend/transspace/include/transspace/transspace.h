@@ -20,6 +20,9 @@ public:
   // The forms without status assert that the status reports no failure (a warning alone passes).
   bool add(TransString const& handle, TransValue const& value, TransStatus& status);
   bool add(TransString const& handle, TransValue const& value);
+  // The same, but the value is moved in instead of copied; it is left as it was when the add fails.
+  bool add(TransString const& handle, TransValue&& value, TransStatus& status);
+  bool add(TransString const& handle, TransValue&& value);
   // The reference stays valid until the entry is removed or the space destroyed.
   TransValue const& find(TransString const& handle, TransStatus& status) const;
   TransValue const& find(TransString const& handle) const;
@@ -27,6 +30,9 @@ public:
   bool exists(TransString const& handle) const;
   bool remove(TransString const& handle, TransStatus& status);
   bool remove(TransString const& handle);
+  // Removes the value of that name and moves it into `value` (unchanged when there is none).
+  bool take(TransString const& handle, TransValue& value, TransStatus& status);
+  bool take(TransString const& handle, TransValue& value);
   // Removes the value and the image group of that name; the result looks at the value only.
   bool removeAll(TransString const& handle, TransStatus& status);
   // A new list of the names, owned by the caller.

@@ -23,12 +23,18 @@ class TransValueImpl;
 
 class TRANS_EXPORT TransValue {
 public:
+  // The no-number value: the negated largest finite double, which every double view returns where
+  // there is no number.
+  static constexpr double noNumber = -1.7976931348623157e308;
+
   TransValue();
   TransValue(TransString const& text);
   TransValue(double number);
   TransValue(XERCES_CPP_NAMESPACE::DOMDocument const* document);
   TransValue(ZORB_DataSource const& dataSource);
   TransValue(TransValue const& other);
+  // Takes the other's value without copying it; the other is left a null value.
+  TransValue(TransValue&& other);
   ~TransValue();
   void swap(TransValue& other);
   TransValue& operator=(TransValue other);
@@ -53,6 +59,12 @@ public:
   // Owned by the value; null for every kind but an XML document.
   XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument(TransStatus& status) const;
   XALAN_CPP_NAMESPACE::XalanDocument* asXalanDocument() const;
+
+  // Whether `expression` is a well-formed XPath 1.0 expression, as the views that take a context and
+  // a path need them (namespace prefixes count as bound: whether they resolve is the document's
+  // business). When it is not and `problem` is given, *problem becomes a new string with the XPath
+  // evaluator's description, owned by the caller. The XML platform must be up (a TransSpace alive).
+  static bool isXPath(TransString const& expression, TransString** problem = nullptr);
 
   static void releaseString(TransString*& string, TransStatus& status);
   static void releaseString(TransString*& string);
