@@ -34,6 +34,9 @@ measure() {
   cat "$work/time"
 }
 
+# A / B with the given number of decimals.
+ratio() { awk -v a="$1" -v b="$2" -v d="$3" 'BEGIN { printf "%.*f", d, a / b }'; }
+
 # The median time and the largest peak memory of $runs runs: "seconds megabytes".
 median_of_runs() {
   for _ in $(seq "$runs"); do measure "$@"; done |
@@ -53,13 +56,13 @@ for n in 10000 100000; do
   printf '%-8s %-34s %9s %9s %12s\n' "$n" "transspace dict --pretty" "$pretty" "$pretty_mb" "-"
   if [ $have_pspp = 1 ]; then
     read -r t mb < <(median_of_runs pspp -O format=txt -o "$work/display.txt" "$work/display.sps")
-    printf '%-8s %-34s %9s %9s %12s\n' "$n" "pspp DISPLAY DICTIONARY" "$t" "$mb" "$(awk -v a="$ours" -v b="$t" 'BEGIN { printf "%.3f", a / b }')"
+    printf '%-8s %-34s %9s %9s %12s\n' "$n" "pspp DISPLAY DICTIONARY" "$t" "$mb" "$(ratio "$ours" "$t" 3)"
   fi
   if [ $have_readstat = 1 ]; then
     read -r t mb < <(median_of_runs extract_metadata "$file" "$work/metadata.json")
-    printf '%-8s %-34s %9s %9s %12s\n' "$n" "readstat extract_metadata" "$t" "$mb" "$(awk -v a="$ours" -v b="$t" 'BEGIN { printf "%.3f", a / b }')"
+    printf '%-8s %-34s %9s %9s %12s\n' "$n" "readstat extract_metadata" "$t" "$mb" "$(ratio "$ours" "$t" 3)"
   fi
   eval "ours_$n=$ours"
 done
-echo "time(100k) / time(10k) of transspace dict: $(awk -v a="$ours_100000" -v b="$ours_10000" 'BEGIN { printf "%.1f", a / b }')"
+echo "time(100k) / time(10k) of transspace dict: $(ratio "$ours_100000" "$ours_10000" 1)"
 echo "load average after: $(cut -d' ' -f1-3 /proc/loadavg)"

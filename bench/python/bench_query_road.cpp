@@ -38,7 +38,8 @@ void QueryLabel(benchmark::State& state) {
     }
     TransSpace::releaseString(label);
   }
-  state.counters["queries_per_s"] = benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+  state.counters["queries_per_s"] =
+      benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
 }
 
 }  // namespace

@@ -109,7 +109,8 @@ void queries(benchmark::State& state, TransDOMImpl& target, Ask ask) {
     if (status.failure() || utf8(*answer) != "Label " + std::to_string(k)) state.SkipWithError("wrong answer");
     TransValue::releaseString(answer);
   }
-  state.counters["queries_per_s"] = benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+  state.counters["queries_per_s"] =
+      benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
 }
 
 TransString* fromRoot(TransDOMImpl& target, int k, TransStatus& status) {
@@ -134,9 +135,7 @@ void queriesOn(benchmark::State& state, TransDOMImpl::QueryPath path, Ask ask) {
 
 void QueryFromRoot(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::automatic, fromRoot); }
 
-void QueryFromVariable(benchmark::State& state) {
-  queriesOn(state, TransDOMImpl::QueryPath::automatic, fromVariable);
-}
+void QueryFromVariable(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::automatic, fromVariable); }
 
 // Xalan itself on the source-tree mirror, without the path index.
 void TreeQueryFromRoot(benchmark::State& state) { queriesOn(state, TransDOMImpl::QueryPath::sourceTree, fromRoot); }

@@ -66,9 +66,9 @@ void registerErrors(py::module_& module) {
                                "offset in the file where the problem was found), reason (the message without the "
                                "file name and offset).",
                                bases({classes.error, PyExc_ValueError}));
-  classes.readWarning = newClass(module, "ReadWarning",
-                                 "Something odd in a system file that the reader tolerated, using a sane default.",
-                                 bases({PyExc_UserWarning}));
+  classes.readWarning =
+      newClass(module, "ReadWarning", "Something odd in a system file that the reader tolerated, using a sane default.",
+               bases({PyExc_UserWarning}));
 
   py::register_exception_translator([](std::exception_ptr thrown) {
     try {

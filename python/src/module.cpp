@@ -24,7 +24,6 @@ released while the file is read and the document built.)doc");
   // The module's own share of the XML platform: parsing and reading never wait for it to come up,
   // and it goes down after the module and the last value are gone.
   auto* platform = new pytrans::XmlPlatform(pytrans::xmlPlatform());
-  module.add_object("_platform", py::capsule(platform, [](void* share) {
-    delete static_cast<pytrans::XmlPlatform*>(share);
-  }));
+  module.add_object("_platform",
+                    py::capsule(platform, [](void* share) { delete static_cast<pytrans::XmlPlatform*>(share); }));
 }

@@ -52,8 +52,8 @@ AddOutcome SpaceCore::add(TransString const& name, std::shared_ptr<ValueCell> co
   std::lock_guard<std::mutex> cellGuard(cell->lock());
   TransStatus status;
   bool const moving = !cell->inSpace();
-  bool const added = moving ? space_->add(name, std::move(cell->ownValue()), status)
-                            : space_->add(name, cell->value(), status);
+  bool const added =
+      moving ? space_->add(name, std::move(cell->ownValue()), status) : space_->add(name, cell->value(), status);
   if (!added) return outcome(added, name);
   TransValue const* entry = findEntry(name);
   if (moving) cell->readEntry(entry);

@@ -57,8 +57,8 @@ py::str utf16ToStr(Unit const* text) {
 #else
   byteOrder = -1;
 #endif
-  PyObject* decoded = PyUnicode_DecodeUTF16(reinterpret_cast<char const*>(text),
-                                            static_cast<Py_ssize_t>(length * 2), "strict", &byteOrder);
+  PyObject* decoded = PyUnicode_DecodeUTF16(reinterpret_cast<char const*>(text), static_cast<Py_ssize_t>(length * 2),
+                                            "strict", &byteOrder);
   if (decoded == nullptr) throw py::error_already_set();
   return py::reinterpret_steal<py::str>(decoded);
 }

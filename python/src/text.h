@@ -30,5 +30,4 @@ py::str utf16ToStr(Unit const* text);
 py::str toStr(TransString const& text);
 py::list toList(TransStringList const& texts);
 
-
 }  // namespace pytrans

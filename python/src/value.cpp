@@ -78,7 +78,8 @@ py::str xml(PyValue const& self);
 py::str text(PyValue const& self) {
   if (self.cell->kind() == ValueKind::document) return xml(self);
   TransStatus status;
-  TransStringOwner answer = withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asString(status)); });
+  TransStringOwner answer =
+      withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asString(status)); });
   if (status.failure()) throw NoResultError(notApplicable(self.cell->kind(), "text (a null value)"));
   return toStr(*answer);
 }
@@ -94,7 +95,8 @@ double number(PyValue const& self) {
 // mode), read back through its UTF-16 form.
 py::str xml(PyValue const& self) {
   TransStatus status;
-  TransStringOwner answer = withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asMBCSXML(status)); });
+  TransStringOwner answer =
+      withValue(*self.cell, [&](TransValue const& value) { return TransStringOwner(value.asMBCSXML(status)); });
   if (status.failure()) {
     if (self.cell->kind() == ValueKind::document) throw NoResultError("the document could not be serialised");
     throw NoResultError(notApplicable(self.cell->kind(), "XML form (only documents have one)"));
@@ -106,8 +108,8 @@ py::object queryList(PyValue const& self, py::handle context, py::handle path, p
   TransString const c = toTransString(context, "context");
   TransString const p = toTransString(path, "path");
   TransStatus status;
-  TransStringListOwner answer =
-      query(*self.cell, [&](TransValue const& value) { return TransStringListOwner(value.asStringList(c, p, status)); });
+  TransStringListOwner answer = query(
+      *self.cell, [&](TransValue const& value) { return TransStringListOwner(value.asStringList(c, p, status)); });
   if (status.failure()) return noResult(self, context, path, p, fallback);
   return toList(*answer);
 }
@@ -131,9 +133,7 @@ py::object queryNumber(PyValue const& self, py::handle context, py::handle path,
   return py::float_(answer);
 }
 
-std::string repr(PyValue const& self) {
-  return std::string("<transspace.Value: ") + kindName(self.cell->kind()) + ">";
-}
+std::string repr(PyValue const& self) { return std::string("<transspace.Value: ") + kindName(self.cell->kind()) + ">"; }
 
 }  // namespace
 
@@ -163,8 +163,9 @@ immutable. Views that a kind of value does not have raise NoResult.
 )doc")
       .def(py::init(&fromContent), py::arg("content") = py::none(),
            "Makes a value from None, a float, an int, a str or another Value (copied).")
-      .def_property_readonly("kind", [](PyValue const& self) { return kindName(self.cell->kind()); },
-                             "'null', 'number', 'text' or 'document'.")
+      .def_property_readonly(
+          "kind", [](PyValue const& self) { return kindName(self.cell->kind()); },
+          "'null', 'number', 'text' or 'document'.")
       .def_property_readonly("text", &text, R"doc(
 The value as text: a text as it is, a number formatted in the C library's numeric locale (at most
 three decimals, no grouping), a document as its XML text. NoResult for the null value.)doc")

@@ -29,9 +29,8 @@ XmlPlatform xmlPlatform() {
   std::lock_guard<std::mutex> guard(lock);
   XmlPlatform platform = current.lock();
   if (!platform) {
-    platform = XmlPlatform(newSpace().release(), [](TransSpace const* space) {
-      deleteSpace(const_cast<TransSpace*>(space));
-    });
+    platform =
+        XmlPlatform(newSpace().release(), [](TransSpace const* space) { deleteSpace(const_cast<TransSpace*>(space)); });
     current = platform;
   }
   return platform;

@@ -21,7 +21,8 @@ def test_codebook_of_the_demo_file():
     out = done.stdout
     assert out.startswith(f"{DEMO}: 9 variables, 4 cases\nweighted by wt\n")
     assert "\nage  Age in years\n    numeric, scale, format F3.0\n            -9  refused\n    missing: -9\n" in out
-    assert "\nsex  Sex of respondent\n    string, nominal, format A1.0\n             f  female\n             m  male\n" in out
+    assert ("\nsex  Sex of respondent\n    string, nominal, format A1.0\n"
+            "             f  female\n             m  male\n") in out
     assert "    missing: 99999 thru highest\n" in out
     assert "\nregion  Region of residence\n" in out and "    missing: unknown\n" in out
 

@@ -98,7 +98,8 @@ def test_values_that_are_no_document_answer_no_query():
 
 
 def test_non_ascii_expressions_and_answers():
-    value = Value.from_xml("<Wörter><wort name='größe' label='Größe in cm 📏'/><wort name='город' label='Город'/></Wörter>")
+    value = Value.from_xml("<Wörter><wort name='größe' label='Größe in cm 📏'/>"
+                           "<wort name='город' label='Город'/></Wörter>")
     assert value.query_string("/Wörter", "wort[@name='größe']/@label") == "Größe in cm 📏"
     assert value.query("/Wörter", "wort[@name='город']/@label") == ["Город"]
 
@@ -115,4 +116,5 @@ def test_arguments_must_be_str(sample):
 def test_dictionary_queries(demo):
     assert demo.query_string("/dictionary", "@rowCount") == "4"
     assert demo.query_string("/dictionary", "variable[@name='age']/@label") == "Age in years"
-    assert demo.query("/dictionary", "valueLabelSet[valueLabelVariable/@name='sex']/valueLabel/@label") == ["female", "male"]
+    labels = demo.query("/dictionary", "valueLabelSet[valueLabelVariable/@name='sex']/valueLabel/@label")
+    assert labels == ["female", "male"]

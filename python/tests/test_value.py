@@ -54,7 +54,8 @@ def test_texts_and_their_number_view():
 
 @pytest.mark.parametrize(
     "text",
-    ["Grüße aus Köln", "Ελληνικά", "日本語のラベル", "emoji 😀 and 𝄞", "İstanbul ı", "tab\tand\nnewline", "\u00a0nbsp"],
+    ["Grüße aus Köln", "Ελληνικά", "日本語のラベル", "emoji 😀 and 𝄞", "İstanbul ı", "tab\tand\nnewline",
+     "\u00a0nbsp"],
 )
 def test_non_ascii_texts_round_trip(text):
     assert Value(text).text == text

@@ -14,11 +14,11 @@
 
 namespace {
 
+using cli::InputKind;
+using cli::sniffInputKind;
 using clitest::demoSav;
 using clitest::readFile;
 using clitest::TempDir;
-using cli::InputKind;
-using cli::sniffInputKind;
 
 struct RunResult {
   int status;

@@ -150,7 +150,8 @@ TEST(ParseOptions, SchemaTakesNoOperands) {
 }
 
 TEST(ParseOptions, HelpAndVersion) {
-  for (std::string const help : {"--help", "-h", "help"}) EXPECT_EQ(parseOptions({help}).command, Command::Help) << help;
+  for (std::string const help : {"--help", "-h", "help"})
+    EXPECT_EQ(parseOptions({help}).command, Command::Help) << help;
   for (std::string const version : {"--version", "version"})
     EXPECT_EQ(parseOptions({version}).command, Command::Version) << version;
   // --help within a command asks for help, whatever else the line holds.

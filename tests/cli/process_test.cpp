@@ -127,10 +127,10 @@ struct Variable {
 
 // What demo.sps puts into demo.sav.
 std::vector<Variable> const demoVariables = {
-    {"id", "Respondent number", "nominal"},     {"age", "Age in years", "scale"},
-    {"sex", "Sex of respondent", "nominal"},    {"income", "Yearly income (EUR)", "scale"},
-    {"news1", "Reads newspapers", "nominal"},   {"news2", "Watches TV news", "nominal"},
-    {"news3", "Reads news online", "nominal"},  {"region", "Region of residence", "nominal"},
+    {"id", "Respondent number", "nominal"},    {"age", "Age in years", "scale"},
+    {"sex", "Sex of respondent", "nominal"},   {"income", "Yearly income (EUR)", "scale"},
+    {"news1", "Reads newspapers", "nominal"},  {"news2", "Watches TV news", "nominal"},
+    {"news3", "Reads news online", "nominal"}, {"region", "Region of residence", "nominal"},
     {"wt", "Design weight", "scale"},
 };
 
@@ -297,10 +297,10 @@ TEST_F(DemoDict, PrettyIsIndentedWithTheSameContent) {
 
 TEST(CliProcess, PrettyKeepsTheContentOfAnXmlInputWithEscapesAndNonAsciiText) {
   TempDir dir;
-  std::string const file = dir.write(
-      "latin1.xml",
-      "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
-      "<a t=\"caf\xe9 &amp; &lt;x&gt; &quot;q&quot;\"><b>na\xefve &amp; more</b><!-- note --><b/></a>\n");
+  std::string const file =
+      dir.write("latin1.xml",
+                "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
+                "<a t=\"caf\xe9 &amp; &lt;x&gt; &quot;q&quot;\"><b>na\xefve &amp; more</b><!-- note --><b/></a>\n");
   Outcome const compact = runCli({"dict", file});
   Outcome const pretty = runCli({"dict", "--pretty", file});
   ASSERT_EQ(compact.exitCode, 0) << describe(compact);
@@ -344,9 +344,9 @@ TEST(CliProcess, QueryAnswersSingleValues) {
 }
 
 TEST(CliProcess, QueryTheMembersOfTheMultipleResponseSet) {
-  expectAnswer(query("--list", demoSav(), "/dictionary/multipleResponseSet[@name='$news']",
-                     "multipleResponseSetVariable/@name"),
-               {"news1", "news2", "news3"});
+  expectAnswer(
+      query("--list", demoSav(), "/dictionary/multipleResponseSet[@name='$news']", "multipleResponseSetVariable/@name"),
+      {"news1", "news2", "news3"});
   expectAnswer(query("--double", demoSav(), "/dictionary", "count(multipleResponseSet/multipleResponseSetVariable)"),
                {"3"});
   // The labels of the members, through the variables.
@@ -501,8 +501,9 @@ TEST(CliProcess, ATruncatedSavExitsTwoNamingTheFileAndTheOffset) {
       Outcome const o = runCli(arguments);
       EXPECT_EQ(o.exitCode, 2) << describe(o);
       EXPECT_EQ(o.out, "") << describe(o);
-      EXPECT_TRUE(std::regex_search(o.err, std::regex("^transspace: " + std::regex_replace(file, std::regex("[.^$|()\\[\\]{}*+?\\\\]"), "\\$&") +
-                                                      ": near offset 0x[0-9a-f]+: ")))
+      EXPECT_TRUE(std::regex_search(
+          o.err, std::regex("^transspace: " + std::regex_replace(file, std::regex("[.^$|()\\[\\]{}*+?\\\\]"), "\\$&") +
+                            ": near offset 0x[0-9a-f]+: ")))
           << describe(o);
     }
   }
@@ -586,8 +587,8 @@ TEST(CliProcess, NamespacesAreNotProcessedSoBareNamesMatch) {
 TEST(CliProcess, AMalformedXmlExitsTwoWithLineAndColumn) {
   TempDir dir;
   std::string const file = dir.write("bad.xml", "<a>\n  <b>one</b>\n  <c></a>\n");
-  for (auto const& arguments : {std::vector<std::string>{"query", file, "/a", "b"},
-                                std::vector<std::string>{"dict", file}}) {
+  for (auto const& arguments :
+       {std::vector<std::string>{"query", file, "/a", "b"}, std::vector<std::string>{"dict", file}}) {
     Outcome const o = runCli(arguments);
     EXPECT_EQ(o.exitCode, 2) << describe(o);
     EXPECT_EQ(o.out, "") << describe(o);
@@ -604,9 +605,8 @@ TEST(CliProcess, AMalformedXmlExitsTwoWithLineAndColumn) {
 TEST(CliProcess, AnXmlWithAnExternalEntityIsNotFetched) {
   TempDir dir;
   dir.write("secret.txt", "secret");
-  std::string const file = dir.write(
-      "entity.xml", "<?xml version=\"1.0\"?>\n<!DOCTYPE a [<!ENTITY s SYSTEM \"" + dir.path("secret.txt") +
-                        "\">]>\n<a>&s;</a>\n");
+  std::string const file = dir.write("entity.xml", "<?xml version=\"1.0\"?>\n<!DOCTYPE a [<!ENTITY s SYSTEM \"" +
+                                                       dir.path("secret.txt") + "\">]>\n<a>&s;</a>\n");
   Outcome const o = runCli({"dict", file});
   EXPECT_EQ(o.signal, 0) << describe(o);
   EXPECT_FALSE(contains(o.out, "secret")) << describe(o);
@@ -690,8 +690,8 @@ namespace {
 TEST(CliProcess, AFailedWriteToStandardOutputIsAnError) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full";
   for (std::string const command : {"dict", "--help"}) {
-    Outcome const o = clitest::runProgram("/bin/sh", {"-c", "\"$0\" $1 \"$2\" > /dev/full", TRANSSPACE_CLI, command,
-                                                      demoSav()});
+    Outcome const o =
+        clitest::runProgram("/bin/sh", {"-c", "\"$0\" $1 \"$2\" > /dev/full", TRANSSPACE_CLI, command, demoSav()});
     EXPECT_EQ(o.exitCode, 2) << command << "\n" << describe(o);
     EXPECT_TRUE(contains(o.err, "transspace: cannot write to standard output")) << describe(o);
   }

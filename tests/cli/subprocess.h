@@ -9,10 +9,10 @@
 namespace clitest {
 
 struct Outcome {
-  int exitCode = -1;    // the exit status, or -1 when the child did not exit normally
-  int signal = 0;       // the signal that ended the child, or 0
-  std::string out;      // everything written to standard output
-  std::string err;      // everything written to standard error
+  int exitCode = -1;  // the exit status, or -1 when the child did not exit normally
+  int signal = 0;     // the signal that ended the child, or 0
+  std::string out;    // everything written to standard output
+  std::string err;    // everything written to standard error
 };
 
 // Runs `program` with `arguments` (argv[1]...), standard input from /dev/null; fails the calling

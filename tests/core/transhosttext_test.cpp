@@ -22,8 +22,13 @@ icu::UnicodeString terminated(UChar const* text) { return icu::UnicodeString(tex
 TEST_F(TransHostTextTest, EveryTextConvertsAsOnItsOwnWhateverCameBefore) {
   // Long after short after long: the buffer grows and is reused, and no text keeps anything of
   // the one before it (a shorter text is not padded with the longer one's rest).
-  std::vector<std::string> const texts = {std::string(3000, 'x') + "\xC3\xA9", "a", "", "\xE4\xB8\xAD\xF0\x9F\x98\x80",
-                                          "a\xFF" "b", std::string(10, 'y')};
+  std::vector<std::string> const texts = {std::string(3000, 'x') + "\xC3\xA9",
+                                          "a",
+                                          "",
+                                          "\xE4\xB8\xAD\xF0\x9F\x98\x80",
+                                          "a\xFF"
+                                          "b",
+                                          std::string(10, 'y')};
   TransHostText host;
   for (std::string const& text : texts) {
     EXPECT_EQ(host.toUTF16(text.data(), text.size()), TransUtil::MBCStoUTF16(text)) << text.size() << " bytes";

@@ -152,16 +152,19 @@ TEST_F(TransStringTest, BuiltFromUtf16GivesTheSameUnitsAndTheCodePageBytes) {
   EXPECT_FALSE(status.failure());
   ASSERT_NE(units, nullptr);
   EXPECT_EQ(u16(units), icu::UnicodeString(text));
-  EXPECT_EQ(std::char_traits<char16_t>::length(TransUTF16::internal(units)),
-            std::char_traits<char16_t>::length(text));
+  EXPECT_EQ(std::char_traits<char16_t>::length(TransUTF16::internal(units)), std::char_traits<char16_t>::length(text));
   status.warning(true);
-  EXPECT_STREQ(string.asMBCS(status), "Gr\xC3\xBC\xC3\x9F" "e \xE4\xB8\xAD \xF0\x9F\x98\x80");
+  EXPECT_STREQ(string.asMBCS(status),
+               "Gr\xC3\xBC\xC3\x9F"
+               "e \xE4\xB8\xAD \xF0\x9F\x98\x80");
   EXPECT_FALSE(status.warning());
   EXPECT_FALSE(status.failure());
 }
 
 TEST_F(TransStringTest, BuiltFromMbcsGivesTheSameBytesAndTheirUtf16) {
-  char const bytes[] = "Gr\xC3\xBC\xC3\x9F" "e \xE4\xB8\xAD";
+  char const bytes[] =
+      "Gr\xC3\xBC\xC3\x9F"
+      "e \xE4\xB8\xAD";
   TransString string(bytes);
   TransStatus status;
   char const* back = string.asMBCS(status);
@@ -360,7 +363,9 @@ TEST_F(TransStringTest, OrderingIsInUtf16CodeUnits) {
 TEST_F(TransStringTest, StrasseEqualsSTRASSE) {
   // ICU's full upper-case mapping turns ß into SS.
   EXPECT_TRUE(sameKey(TransString(us(u"Stra\u00DFe")), TransString("STRASSE")));
-  EXPECT_TRUE(sameKey(TransString("Stra\xC3\x9F" "e"), TransString(us(u"strasse"))));
+  EXPECT_TRUE(sameKey(TransString("Stra\xC3\x9F"
+                                  "e"),
+                      TransString(us(u"strasse"))));
   EXPECT_TRUE(TransString(us(u"Stra\u00DFe")) < TransString("STRASSF"));
 }
 

@@ -61,7 +61,9 @@ TEST_F(TransUtilTest, EmptyInputGivesEmptyOutputAlsoWithAnInvalidCodePage) {
 
 TEST_F(TransUtilTest, Utf8BytesPassThroughBothWaysUnchangedInUtf8Mode) {
   // ASCII, Latin-1 (é, ß), a CJK character and a character outside the BMP (a surrogate pair).
-  std::string const bytes = "abc \xC3\xA9 Stra\xC3\x9F" "e \xE4\xB8\xAD \xF0\x9F\x98\x80";
+  std::string const bytes =
+      "abc \xC3\xA9 Stra\xC3\x9F"
+      "e \xE4\xB8\xAD \xF0\x9F\x98\x80";
   icu::UnicodeString const utf16 = TransUtil::MBCStoUTF16(bytes);
   EXPECT_EQ(utf16, icu::UnicodeString(u"abc \u00E9 Stra\u00DFe \u4E2D \U0001F600"));
   EXPECT_EQ(TransUtil::UTF16toMBCS(utf16), bytes);
@@ -82,7 +84,9 @@ TEST_F(TransUtilTest, Utf16SourceNeedNotBeTerminated) {
 TEST_F(TransUtilTest, InvalidUtf8IsSubstitutedNotAFailure) {
   // ICU's default to-Unicode callback substitutes U+FFFD for an illegal byte: only a failure code
   // empties the result, and substitution is not one.
-  EXPECT_EQ(TransUtil::MBCStoUTF16("a\xFF" "b"), icu::UnicodeString(u"a\uFFFDb"));
+  EXPECT_EQ(TransUtil::MBCStoUTF16("a\xFF"
+                                   "b"),
+            icu::UnicodeString(u"a\uFFFDb"));
 }
 
 TEST_F(TransUtilTest, LongTextConvertsInOneGo) {
@@ -113,7 +117,9 @@ TEST_F(TransUtilTest, Iso88591ConvertsOneByteCharacters) {
   useCodePage("ISO-8859-1");
   EXPECT_EQ(TransUtil::MBCStoUTF16("\xE9"), icu::UnicodeString(u"\u00E9"));
   EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"\u00E9")), "\xE9");
-  EXPECT_EQ(TransUtil::MBCStoUTF16("Stra\xDF" "e"), icu::UnicodeString(u"Stra\u00DFe"));
+  EXPECT_EQ(TransUtil::MBCStoUTF16("Stra\xDF"
+                                   "e"),
+            icu::UnicodeString(u"Stra\u00DFe"));
 }
 
 TEST_F(TransUtilTest, CharacterNotInTheCodePageIsSubstituted) {
@@ -121,9 +127,13 @@ TEST_F(TransUtilTest, CharacterNotInTheCodePageIsSubstituted) {
   // callback writes the code page's substitution byte (0x1A, SUB) and reports no failure, so the
   // result is kept, one byte per character.
   useCodePage("ISO-8859-1");
-  EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"a\u4E2D\u20ACb")), "a\x1A\x1A" "b");
+  EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"a\u4E2D\u20ACb")),
+            "a\x1A\x1A"
+            "b");
   zorb::SetDefaultCodePage("windows-1252");
-  EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"a\u4E2D\u20ACb")), "a\x1A\x80" "b");
+  EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"a\u4E2D\u20ACb")),
+            "a\x1A\x80"
+            "b");
   // A surrogate pair is one character and gets one substitution byte.
   EXPECT_EQ(TransUtil::UTF16toMBCS(icu::UnicodeString(u"\U0001F600")), "\x1A");
 }

@@ -16,7 +16,8 @@ namespace {
 
 // The exact signatures of every exported UTF-16 parameter and result.
 static_assert(std::is_constructible<TransString, unsigned short const*>::value, "TransString(unsigned short const*)");
-[[maybe_unused]] constexpr auto stringAsUTF16 = static_cast<unsigned short const* (TransString::*)() const>(&TransString::asUTF16);
+[[maybe_unused]] constexpr auto stringAsUTF16 =
+    static_cast<unsigned short const* (TransString::*)() const>(&TransString::asUTF16);
 [[maybe_unused]] constexpr auto stringAsUTF16WithStatus =
     static_cast<unsigned short const* (TransString::*)(TransStatus&) const>(&TransString::asUTF16);
 [[maybe_unused]] constexpr auto listPushBack =
@@ -26,7 +27,8 @@ static_assert(std::is_constructible<TransString, unsigned short const*>::value, 
 [[maybe_unused]] constexpr auto listAsUTF16 =
     static_cast<unsigned short const* (TransStringList::*)(unsigned long) const>(&TransStringList::asUTF16);
 [[maybe_unused]] constexpr auto listAsUTF16WithStatus =
-    static_cast<unsigned short const* (TransStringList::*)(unsigned long, TransStatus&) const>(&TransStringList::asUTF16);
+    static_cast<unsigned short const* (TransStringList::*)(unsigned long, TransStatus&) const>(
+        &TransStringList::asUTF16);
 [[maybe_unused]] constexpr auto listAsUTF16Array =
     static_cast<unsigned short const* const* (TransStringList::*)() const>(&TransStringList::asUTF16Array);
 [[maybe_unused]] constexpr auto listAsUTF16ArrayWithStatus =

@@ -153,7 +153,6 @@ protected:
     });
   }
   void TearDown() override { zorb::ResetPlatformSettings(); }
-
 };
 
 }  // namespace dicttest

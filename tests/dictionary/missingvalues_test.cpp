@@ -195,7 +195,11 @@ TEST_F(ValueLabelsTest, NoLabelsAddsNoSetAndReturnsZero) {
 
 TEST_F(ValueLabelsTest, NumericLabelsThenTheVariable) {
   zorb::DataSourceBuilder b;
-  b.addVariable("x").valueLabel(1, "one").valueLabel(2.5, "two and a half").valueLabel(-3, "").valueLabel(kLowest, "lo");
+  b.addVariable("x")
+      .valueLabel(1, "one")
+      .valueLabel(2.5, "two and a half")
+      .valueLabel(-3, "")
+      .valueLabel(kLowest, "lo");
   ZORB_DataSource ds = b.build();
   TransDictionaryImpl builder;
   DocumentPtr doc = freshDocument(builder);
@@ -203,8 +207,8 @@ TEST_F(ValueLabelsTest, NumericLabelsThenTheVariable) {
   std::vector<xc::DOMElement*> sets = children(rootOf(doc), "valueLabelSet");
   ASSERT_EQ(sets.size(), 1u);
   EXPECT_EQ(sets[0]->getAttributes()->getLength(), 0u);
-  EXPECT_EQ(childNames(sets[0]), (std::vector<std::string>{"valueLabel", "valueLabel", "valueLabel", "valueLabel",
-                                                           "valueLabelVariable"}));
+  EXPECT_EQ(childNames(sets[0]),
+            (std::vector<std::string>{"valueLabel", "valueLabel", "valueLabel", "valueLabel", "valueLabelVariable"}));
   std::vector<xc::DOMElement*> labels = children(sets[0], "valueLabel");
   EXPECT_EQ(attr(labels[0], "value"), "1");
   EXPECT_EQ(attr(labels[0], "label"), "one");
@@ -242,7 +246,11 @@ TEST_F(ValueLabelsTest, HighestIsANumberAsAValueLabelValue) {
 
 TEST_F(ValueLabelsTest, StringValuesAreCutAtTheFirstBlankWithoutEightByteLimit) {
   zorb::DataSourceBuilder b;
-  b.addVariable("s").string(16).valueLabel("abcdefghijk", "long").valueLabel("ab cd", "inner blank").valueLabel("z", "z");
+  b.addVariable("s")
+      .string(16)
+      .valueLabel("abcdefghijk", "long")
+      .valueLabel("ab cd", "inner blank")
+      .valueLabel("z", "z");
   DocumentPtr doc = buildDictionary(b.build());
   xc::DOMElement* set = child(doc->getDocumentElement(), "valueLabelSet");
   std::vector<xc::DOMElement*> labels = children(set, "valueLabel");

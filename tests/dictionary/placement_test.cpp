@@ -34,9 +34,9 @@ ZORB_DataSource everySection() {
 }
 
 std::vector<std::string> const kSectionOrder = {
-    "variable",    "variable",    "variable",            "weightVariable",      "valueLabelSet", "valueLabelSet",
-    "variableSet", "variableSet", "multipleResponseSet", "multipleResponseSet", "attributeSet",  "extension",
-    "extension"};
+    "variable",      "variable",    "variable",    "weightVariable",      "valueLabelSet",
+    "valueLabelSet", "variableSet", "variableSet", "multipleResponseSet", "multipleResponseSet",
+    "attributeSet",  "extension",   "extension"};
 
 using SectionBuilder = std::function<void(TransDictionaryImpl&, ZORB_DataSource const&, xc::DOMElement*)>;
 
@@ -109,8 +109,9 @@ TEST_F(PlacementTest, MissingSectionsInEveryCombination) {
     // The names that are present keep the fixed order.
     std::vector<std::string> names = childNames(rootOf(fastDoc));
     std::vector<std::string> expected;
-    std::copy_if(kSectionOrder.begin(), kSectionOrder.end(), std::back_inserter(expected),
-                 [&names](std::string const& name) { return std::find(names.begin(), names.end(), name) != names.end(); });
+    std::copy_if(
+        kSectionOrder.begin(), kSectionOrder.end(), std::back_inserter(expected),
+        [&names](std::string const& name) { return std::find(names.begin(), names.end(), name) != names.end(); });
     EXPECT_EQ(names, expected);
   }
 }
@@ -279,8 +280,8 @@ TEST_F(PlacementTest, AReleasedAnchorIsNotMistakenForItsSuccessor) {
     results[literal] = serialize(doc.get());
   }
   EXPECT_EQ(results[0], results[1]);
-  EXPECT_EQ(names[0], (std::vector<std::string>{"variable", "variable", "weightVariable", "valueLabelSet", "valueLabelSet",
-                                                "variableSet", "variableSet"}));
+  EXPECT_EQ(names[0], (std::vector<std::string>{"variable", "variable", "weightVariable", "valueLabelSet",
+                                                "valueLabelSet", "variableSet", "variableSet"}));
 }
 
 // Elements that the caller puts into the root away from their section's end are anchors of the
@@ -359,12 +360,13 @@ private:
     std::vector<xc::DOMElement*> elements = childElements(root);
     xc::DOMElement* some = elements.empty() ? nullptr : elements[static_cast<std::size_t>(b) % elements.size()];
     switch (operation) {
-      case 0: case 1: case 2: case 3: case 4: case 5:
-        kBuilders[static_cast<std::size_t>(operation)](builder, ds_, root);
-        break;
-      case 6:
-        builder.addValueLabelSet(ds_.GetVariable(a % ds_.ColumnCount()), root);
-        break;
+      case 0:
+      case 1:
+      case 2:
+      case 3:
+      case 4:
+      case 5: kBuilders[static_cast<std::size_t>(operation)](builder, ds_, root); break;
+      case 6: builder.addValueLabelSet(ds_.GetVariable(a % ds_.ColumnCount()), root); break;
       case 7:  // appended by hand
         root->appendChild(doc->createElement(tag(a)));
         break;
@@ -375,9 +377,7 @@ private:
           some->appendChild(doc->createElement(tag(a)));
         }
         break;
-      case 9:
-        builder.insertAfterTag(root, doc->createElement(tag(a)), tag(b));
-        break;
+      case 9: builder.insertAfterTag(root, doc->createElement(tag(a)), tag(b)); break;
       case 10:  // removed, kept by the document until it is released
         if (some != nullptr) root->removeChild(some);
         break;

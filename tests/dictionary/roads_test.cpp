@@ -150,7 +150,9 @@ TEST_F(RoadsTest, AnEmptyDataSource) { expectSameBytes(ZORB_DataSource()); }
 
 // A file with a label, value labels, missing values and a long string, in either byte order.
 TEST_F(RoadsTest, FilesOfBothByteOrders) {
-  std::string const label = "K\xC3\xB6rpergr\xC3\xB6\xC3\x9F" "e & <Ma\xC3\x9F>";
+  std::string const label =
+      "K\xC3\xB6rpergr\xC3\xB6\xC3\x9F"
+      "e & <Ma\xC3\x9F>";
   std::string texts[2];
   for (bool bigEndian : {false, true}) {
     savfiletest::SavFileBuilder b(bigEndian);
@@ -172,7 +174,7 @@ class RandomDataSource {
 public:
   // `pieces`: letters of the host's code page beyond ASCII, as that code page's bytes.
   explicit RandomDataSource(unsigned seed, std::vector<std::string> pieces = {"\xC3\xA9", "\xC3\x9F", "\xE6\x97\xA5",
-                                                                             "\xE2\x82\xAC", "\xF0\x9F\x98\x80"})
+                                                                              "\xE2\x82\xAC", "\xF0\x9F\x98\x80"})
       : random_(seed), pieces_(std::move(pieces)) {}
 
   ZORB_DataSource make() {
@@ -191,7 +193,8 @@ public:
       if (chance(2)) {
         b.categorySet("$" + text(0, 8), chance(3) ? "" : text(0, 20), members(names), chance(3));
       } else {
-        b.dichotomySet("$" + text(0, 8), text(0, 20), chance(3) ? "" : text(1, 4), chance(2), members(names), chance(3));
+        b.dichotomySet("$" + text(0, 8), text(0, 20), chance(3) ? "" : text(1, 4), chance(2), members(names),
+                       chance(3));
       }
     }
     addAttributes(b);
@@ -210,7 +213,8 @@ private:
   // A text of the host's code page: ASCII with XML's special characters, tab, line feed and
   // carriage return, the code page's own letters, and now and then any byte at all.
   std::string text(int low, int high) {
-    static char const* const ascii[] = {"a", "Z", "7", " ", "&", "<", ">", "\"", "'", "\t", "\n", "\r", "]]>", "&amp;", "$"};
+    static char const* const ascii[] = {"a", "Z",  "7",  " ",  "&",   "<",     ">", "\"",
+                                        "'", "\t", "\n", "\r", "]]>", "&amp;", "$"};
     std::string out;
     if (chance(150)) out.push_back(static_cast<char>(pick(1, 255)));
     for (int n = pick(low, high); n > 0; --n) {
@@ -226,17 +230,27 @@ private:
   std::string longOrShort() { return chance(10) ? text(3000, 5000) : text(0, 30); }
 
   double number() {
-    static double const specials[] = {0.0, -0.0, 1.0, -9.0, 0.125, 1e15, 123456789.987654321, -2.5e-7, 1e300,
-                                      std::numeric_limits<double>::max(), dicttest::lowestDouble(),
-                                      -std::numeric_limits<double>::max(), 9007199254740993.0};
+    static double const specials[] = {0.0,
+                                      -0.0,
+                                      1.0,
+                                      -9.0,
+                                      0.125,
+                                      1e15,
+                                      123456789.987654321,
+                                      -2.5e-7,
+                                      1e300,
+                                      std::numeric_limits<double>::max(),
+                                      dicttest::lowestDouble(),
+                                      -std::numeric_limits<double>::max(),
+                                      9007199254740993.0};
     if (chance(2)) return specials[pick(0, 12)];
     return std::uniform_real_distribution<double>(-1e6, 1e6)(random_) * (chance(2) ? 1 : 0.001);
   }
 
   void addVariable(zorb::DataSourceBuilder& b, std::string const& name) {
-    static int const formats[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 15, 16, 17, 20, 21, 22, 23, 24, 25, 26,
-                                  27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 43, 44, 45, 46, 47, 48,
-                                  49, 50, 51, 52, 53, 85, 86};
+    static int const formats[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 15, 16, 17, 20, 21,
+                                  22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38,
+                                  39, 40, 41, 42, 43, 44, 45, 46, 47, 48, 49, 50, 51, 52, 53, 85, 86};
     zorb::VariableBuilder& v = b.addVariable(name);
     bool const isString = chance(3);
     std::size_t const width = static_cast<std::size_t>(pick(1, 40));
@@ -246,13 +260,15 @@ private:
       case 1: v.label(""); break;
       default: v.label(longOrShort()); break;
     }
-    v.printFormat(formats[pick(0, 50)], pick(0, 40), pick(0, 16)).writeFormat(formats[pick(0, 50)], pick(0, 40), pick(0, 16));
+    v.printFormat(formats[pick(0, 50)], pick(0, 40), pick(0, 16))
+        .writeFormat(formats[pick(0, 50)], pick(0, 40), pick(0, 16));
     v.alignment(pick(0, 2)).measurementLevel(pick(0, 3)).displayWidth(static_cast<std::int16_t>(pick(-32768, 32767)));
     if (isString) {
       std::vector<std::string> missing;
       for (int k = pick(0, 3); k > 0; --k) missing.push_back(text(0, 3).substr(0, width));
       if (!missing.empty()) v.missingStrings(missing);
-      for (int k = pick(0, 4); k > 0; --k) v.valueLabel((text(0, 6) + std::to_string(k)).substr(0, width), longOrShort());
+      for (int k = pick(0, 4); k > 0; --k)
+        v.valueLabel((text(0, 6) + std::to_string(k)).substr(0, width), longOrShort());
     } else {
       switch (pick(0, 3)) {
         case 0: break;
@@ -275,13 +291,15 @@ private:
   }
 
   void addAttributes(zorb::DataSourceBuilder& b) {
-    for (int k = pick(0, 3); k > 0; --k) b.attribute(chance(3) ? "$" + text(0, 6) : text(0, 6) + std::to_string(k), values());
+    for (int k = pick(0, 3); k > 0; --k)
+      b.attribute(chance(3) ? "$" + text(0, 6) : text(0, 6) + std::to_string(k), values());
   }
 
   std::vector<std::string> members(std::vector<std::string> const& names) {
     std::vector<std::string> out;
     for (int k = pick(0, 4); k > 0; --k) {
-      out.push_back(names.empty() || chance(4) ? "unknown" + std::to_string(k) : names[pick(0, static_cast<int>(names.size()) - 1)]);
+      out.push_back(names.empty() || chance(4) ? "unknown" + std::to_string(k)
+                                               : names[pick(0, static_cast<int>(names.size()) - 1)]);
     }
     return out;
   }
@@ -329,7 +347,9 @@ TEST_F(RoadsTest, RandomDataSourcesUnderSingleAndMultiByteCodePages) {
 // A character XML 1.0 cannot carry: the document cannot be serialised, and the text road refuses
 // too, before it has written anything of a small dictionary.
 TEST_F(RoadsTest, ACharacterXmlCannotCarryStopsBothRoads) {
-  for (std::string const& bad : {std::string("a\x01" "b"), std::string("\x1F"), std::string("x\xEF\xBF\xBE")}) {
+  for (std::string const& bad : {std::string("a\x01"
+                                             "b"),
+                                 std::string("\x1F"), std::string("x\xEF\xBF\xBE")}) {
     zorb::DataSourceBuilder b;
     b.addVariable("v").label(bad);
     ZORB_DataSource ds = b.build();
@@ -347,16 +367,42 @@ TEST_F(RoadsTest, ACharacterXmlCannotCarryStopsBothRoads) {
 // zero and fractions.
 TEST_F(RoadsTest, NumberShortCutsGiveTheFormattersTexts) {
   std::mt19937_64 random(7);
-  std::vector<long> integers = {0, 1, -1, 9, 10, -10, 999, 1000, -1000, 123456789, std::numeric_limits<long>::max(),
-                                std::numeric_limits<long>::min(), std::numeric_limits<long>::min() + 1};
+  std::vector<long> integers = {0,
+                                1,
+                                -1,
+                                9,
+                                10,
+                                -10,
+                                999,
+                                1000,
+                                -1000,
+                                123456789,
+                                std::numeric_limits<long>::max(),
+                                std::numeric_limits<long>::min(),
+                                std::numeric_limits<long>::min() + 1};
   for (int i = 0; i < 3000; ++i) {
     long value = static_cast<long>(random());
     integers.push_back(value >> (i % 63));
   }
-  std::vector<double> numbers = {0.0, -0.0, 1.0, -1.0, 0.5, -0.5, 0.0005, 1e15, -1e15, 9007199254740991.0,
-                                 9007199254740992.0, -9007199254740992.0, 9007199254740993.0, 1e300, 1.5e-300,
-                                 std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min(),
-                                 std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()};
+  std::vector<double> numbers = {0.0,
+                                 -0.0,
+                                 1.0,
+                                 -1.0,
+                                 0.5,
+                                 -0.5,
+                                 0.0005,
+                                 1e15,
+                                 -1e15,
+                                 9007199254740991.0,
+                                 9007199254740992.0,
+                                 -9007199254740992.0,
+                                 9007199254740993.0,
+                                 1e300,
+                                 1.5e-300,
+                                 std::numeric_limits<double>::max(),
+                                 std::numeric_limits<double>::denorm_min(),
+                                 std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN()};
   for (int i = 0; i < 3000; ++i) {
     double whole = static_cast<double>(static_cast<std::int64_t>(random() >> (11 + i % 53)));
     numbers.push_back(i % 2 == 0 ? whole : -whole);

@@ -47,7 +47,8 @@ TEST_F(SetsTest, MembersAreSpelledAsTheDataSourceSpellsThem) {
   addVariables(b);
   b.variableSet("s", {"Q1", "q3"});
   DocumentPtr doc = buildDictionary(b.build());
-  std::vector<xc::DOMElement*> members = children(child(doc->getDocumentElement(), "variableSet"), "variableSetVariable");
+  std::vector<xc::DOMElement*> members =
+      children(child(doc->getDocumentElement(), "variableSet"), "variableSetVariable");
   ASSERT_EQ(members.size(), 2u);
   EXPECT_EQ(attr(members[0], "name"), "q1");
   EXPECT_EQ(attr(members[1], "name"), "Q3");
@@ -143,8 +144,11 @@ TEST_F(SetsTest, EmptyLabelGivesNeitherLabelNorSource) {
 TEST_F(SetsTest, ResponseSetReturnsTheMembersWrittenAndOnlyType2IsDichotomy) {
   zorb::DataSourceBuilder b;
   addVariables(b);
-  b.addMultipleResponseSet("$seven", 7).label("Type seven").countedValue("1").useCategoryLabels(true).members(
-      {"q1", "nope", "q2"});
+  b.addMultipleResponseSet("$seven", 7)
+      .label("Type seven")
+      .countedValue("1")
+      .useCategoryLabels(true)
+      .members({"q1", "nope", "q2"});
   ZORB_DataSource ds = b.build();
   TransDictionaryImpl builder;
   DocumentPtr doc = freshDocument(builder);

@@ -130,8 +130,13 @@ TEST_F(SkeletonTest, IntegerAttributesUnderADecimalCommaLocale) {
   if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "locale de_DE.UTF-8 not installed";
   zorb::DataSourceBuilder b;
   b.rowCount(1234567890123LL);
-  b.addVariable("x").format(5, 40, 16).displayWidth(-3).missingValues({2.5}).valueLabel(1234.5, "a")
-      .attribute("a", {"v"}).attributesVersion(12345);
+  b.addVariable("x")
+      .format(5, 40, 16)
+      .displayWidth(-3)
+      .missingValues({2.5})
+      .valueLabel(1234.5, "a")
+      .attribute("a", {"v"})
+      .attributesVersion(12345);
   b.extension(3, 4, std::string(8, '\0'));
   DocumentPtr doc = buildDictionary(b.build());
   std::setlocale(LC_NUMERIC, "C");

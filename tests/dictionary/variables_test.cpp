@@ -69,12 +69,22 @@ TEST_F(VariablesTest, LabelAbsentVersusEmpty) {
 
 TEST_F(VariablesTest, NonAsciiTextsAreConvertedFromTheHostEncoding) {
   zorb::DataSourceBuilder b;
-  b.addVariable("gr\xC3\xB6\xC3\x9F" "e").label("Gr\xC3\xB6\xC3\x9F" "e in \xE2\x82\xAC & <cm>");
+  b.addVariable(
+       "gr\xC3\xB6\xC3\x9F"
+       "e")
+      .label(
+          "Gr\xC3\xB6\xC3\x9F"
+          "e in \xE2\x82\xAC & <cm>");
   DocumentPtr doc = buildDictionary(b.build());
   xc::DOMElement* var = child(doc->getDocumentElement(), "variable");
-  EXPECT_EQ(attr(var, "name"), "gr\xC3\xB6\xC3\x9F" "e");
-  EXPECT_EQ(attr(var, "label"), "Gr\xC3\xB6\xC3\x9F" "e in \xE2\x82\xAC & <cm>");
-  EXPECT_NE(serialize(var).find("label=\"Gr\xC3\xB6\xC3\x9F" "e in \xE2\x82\xAC &amp; &lt;cm>\""),
+  EXPECT_EQ(attr(var, "name"),
+            "gr\xC3\xB6\xC3\x9F"
+            "e");
+  EXPECT_EQ(attr(var, "label"),
+            "Gr\xC3\xB6\xC3\x9F"
+            "e in \xE2\x82\xAC & <cm>");
+  EXPECT_NE(serialize(var).find("label=\"Gr\xC3\xB6\xC3\x9F"
+                                "e in \xE2\x82\xAC &amp; &lt;cm>\""),
             std::string::npos);
 }
 
@@ -126,13 +136,13 @@ TEST_F(VariablesTest, PrintAndWriteFormatsAreSeparate) {
 
 // The whole table of format codes.
 std::vector<std::pair<int, std::string>> const kFormatTable = {
-    {1, "A"},      {2, "AHEX"},  {3, "COMMA"}, {4, "DOLLAR"},   {5, "F"},     {6, "IB"},     {7, "IBHEX"},
-    {8, "P"},      {9, "PIB"},   {10, "PK"},   {11, "RB"},      {12, "RBHEX"}, {15, "Z"},    {16, "N"},
-    {17, "E"},     {20, "DATE"}, {21, "TIME"}, {22, "DATETIME"}, {23, "ADATE"}, {24, "JDATE"}, {25, "DTIME"},
-    {26, "WKDAY"}, {27, "MONTH"}, {28, "MOYR"}, {29, "QYR"},     {30, "WKYR"}, {31, "PERCENT"}, {32, "DOT"},
-    {33, "CCA"},   {34, "CCB"},  {35, "CCC"},  {36, "CCD"},     {37, "CCE"},  {38, "EDATE"}, {39, "SDATE"},
-    {40, "G"},     {41, "LNUMBER"}, {42, "LDATE"}, {43, "LTIME"}, {44, "LCA"}, {45, "LCB"},   {46, "LCC"},
-    {47, "LCD"},   {48, "LCE"},  {49, "LCF"},  {50, "LCG"},     {51, "LCH"},  {52, "LCI"},   {53, "LCJ"},
+    {1, "A"},      {2, "AHEX"},     {3, "COMMA"},  {4, "DOLLAR"},    {5, "F"},      {6, "IB"},       {7, "IBHEX"},
+    {8, "P"},      {9, "PIB"},      {10, "PK"},    {11, "RB"},       {12, "RBHEX"}, {15, "Z"},       {16, "N"},
+    {17, "E"},     {20, "DATE"},    {21, "TIME"},  {22, "DATETIME"}, {23, "ADATE"}, {24, "JDATE"},   {25, "DTIME"},
+    {26, "WKDAY"}, {27, "MONTH"},   {28, "MOYR"},  {29, "QYR"},      {30, "WKYR"},  {31, "PERCENT"}, {32, "DOT"},
+    {33, "CCA"},   {34, "CCB"},     {35, "CCC"},   {36, "CCD"},      {37, "CCE"},   {38, "EDATE"},   {39, "SDATE"},
+    {40, "G"},     {41, "LNUMBER"}, {42, "LDATE"}, {43, "LTIME"},    {44, "LCA"},   {45, "LCB"},     {46, "LCC"},
+    {47, "LCD"},   {48, "LCE"},     {49, "LCF"},   {50, "LCG"},      {51, "LCH"},   {52, "LCI"},     {53, "LCJ"},
     {85, "MTIME"}, {86, "YMDHMS"}};
 
 TEST_F(VariablesTest, EveryFormatCodeOfTheTableHasItsName) {
@@ -142,7 +152,9 @@ TEST_F(VariablesTest, EveryFormatCodeOfTheTableHasItsName) {
     // The write format takes the code's neighbour in the table, so both elements are exercised and
     // a print/write mix-up shows.
     int next = kFormatTable[(i + 1) % kFormatTable.size()].first;
-    b.addVariable("f" + std::to_string(kFormatTable[i].first)).printFormat(kFormatTable[i].first, 7, 1).writeFormat(next, 9, 3);
+    b.addVariable("f" + std::to_string(kFormatTable[i].first))
+        .printFormat(kFormatTable[i].first, 7, 1)
+        .writeFormat(next, 9, 3);
   }
   DocumentPtr doc = buildDictionary(b.build());
   std::vector<xc::DOMElement*> vars = children(doc->getDocumentElement(), "variable");
@@ -185,8 +197,8 @@ TEST_F(VariablesTest, ThreeVariablesInColumnOrderThenTheirValueLabelSets) {
   b.addVariable("third").valueLabel(3, "three");
   DocumentPtr doc = buildDictionary(b.build());
   xc::DOMElement* root = doc->getDocumentElement();
-  EXPECT_EQ(childNames(root), (std::vector<std::string>{"variable", "variable", "variable", "valueLabelSet",
-                                                        "valueLabelSet"}));
+  EXPECT_EQ(childNames(root),
+            (std::vector<std::string>{"variable", "variable", "variable", "valueLabelSet", "valueLabelSet"}));
   std::vector<xc::DOMElement*> vars = children(root, "variable");
   EXPECT_EQ(attr(vars[0], "name"), "first");
   EXPECT_EQ(attr(vars[1], "name"), "second");
@@ -227,8 +239,8 @@ TEST_F(VariablesTest, FormatBuildersPlaceTheirElementsInAVariable) {
   EXPECT_EQ(childNames(var), (std::vector<std::string>{"variableFormat", "variableWriteFormat", "missingValue"}));
   // A second write format goes directly after the variableFormat.
   EXPECT_TRUE(builder.addVariableWriteFormat(ds.GetVariable(0), var));
-  EXPECT_EQ(childNames(var), (std::vector<std::string>{"variableFormat", "variableWriteFormat", "variableWriteFormat",
-                                                       "missingValue"}));
+  EXPECT_EQ(childNames(var),
+            (std::vector<std::string>{"variableFormat", "variableWriteFormat", "variableWriteFormat", "missingValue"}));
   EXPECT_EQ(attr(child(var, "variableFormat"), "type"), "A");
   EXPECT_EQ(attr(child(var, "variableWriteFormat"), "type"), "AHEX");
 }

@@ -89,7 +89,8 @@ Document plainDeclarationsDocument() {
   DOMElement* root = addElement(*document, *document, u"dictionary");
   root->setAttribute(x(u"xmlns"), x(u"http://example.org/zorb/data"));
   root->setAttribute(x(u"xmlns:xsi"), x(u"http://www.w3.org/2001/XMLSchema-instance"));
-  root->setAttribute(x(u"xsi:schemaLocation"), x(u"http://example.org/zorb/data http://example.org/zorb/data/dictionary-1.0.xsd"));
+  root->setAttribute(x(u"xsi:schemaLocation"),
+                     x(u"http://example.org/zorb/data http://example.org/zorb/data/dictionary-1.0.xsd"));
   root->setAttribute(x(u"rowCount"), x(u"7"));
   for (char16_t const* name : {u"a", u"b"}) {
     DOMElement* variable = addElement(*document, *root, u"variable");

@@ -121,12 +121,13 @@ TEST_F(DOMTest, CopyOfAParsedDocumentKeepsItsRootSubtree) {
   ASSERT_NE(source, nullptr);
   std::unique_ptr<TransValue> value(new TransValue(source.get()));
   source.reset();
-  std::string const expected = std::string(xmlDeclaration) +
-                               "<catalogue count=\"2\">\n"
-                               "  <item id=\"a\" label=\"Apple\" price=\"1.5\">apple <![CDATA[<raw> & text]]> end</item>\n"
-                               "  <item id=\"b\" label=\"by Acme &amp; Sons\" price=\"2\">made by &maker;</item>\n"
-                               "  <!-- a comment -->\n"
-                               "</catalogue>";
+  std::string const expected =
+      std::string(xmlDeclaration) +
+      "<catalogue count=\"2\">\n"
+      "  <item id=\"a\" label=\"Apple\" price=\"1.5\">apple <![CDATA[<raw> & text]]> end</item>\n"
+      "  <item id=\"b\" label=\"by Acme &amp; Sons\" price=\"2\">made by &maker;</item>\n"
+      "  <!-- a comment -->\n"
+      "</catalogue>";
   EXPECT_EQ(mbcsXML(*value), expected);
   TransValue copy(*value);
   TransValue assigned;
@@ -216,7 +217,8 @@ void expectSameXalanDocument(TransValue const& value, char16_t const* rootName) 
   take(value.asString(ts("/*"), ts("name()")));
   for (int i = 0; i < 3; ++i) EXPECT_EQ(value.asXalanDocument(status), first);
   ASSERT_NE(first->getDocumentElement(), nullptr);
-  EXPECT_EQ(first->getDocumentElement()->getNodeName(), xalanc::XalanDOMString(reinterpret_cast<XMLCh const*>(rootName)));
+  EXPECT_EQ(first->getDocumentElement()->getNodeName(),
+            xalanc::XalanDOMString(reinterpret_cast<XMLCh const*>(rootName)));
 }
 
 TEST_F(DOMTest, AsXalanDocumentIsTheSamePointerOnEveryCall) {

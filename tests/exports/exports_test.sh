@@ -32,7 +32,8 @@ expect() {
   fi
 }
 
-classes='Trans(Status|StatusImpl|String|StringImpl|StringList|StringListImpl|Value|ValueImpl|NullImpl|TextImpl|IntegerImpl|DoubleImpl|DOMImpl|Space|Image|Util|XMLChArray|DictionaryImpl)'
+classes='Trans(Status|StatusImpl|String|StringImpl|StringList|StringListImpl|Value|ValueImpl|NullImpl|TextImpl|'
+classes+='IntegerImpl|DoubleImpl|DOMImpl|Space|Image|Util|XMLChArray|DictionaryImpl)'
 check "$1" "^((typeinfo name for |typeinfo for |vtable for )?${classes}(::|\$| )|xalanc_[0-9_]+::NumberToDOMString\\()"
 for name in 'TransSpace::add(TransString const&, TransValue&&)' 'TransValue::isXPath' 'TransXMLChArray::' \
             'TransDictionaryImpl::addDictionary' 'xalanc_'; do

@@ -139,7 +139,8 @@ TEST_F(DeepDocumentTest, ExpressionsNestedDeeperFailWithoutBeingEvaluated) {
     EXPECT_EQ(answer(value, parens, "1", status), "");
     EXPECT_EQ(flags(status), kBoth);
     TransStatus listStatus;
-    transtest::OwnedListOf<TransValue> list(value.asStringList(TransString("/"), TransString(parens.c_str()), listStatus));
+    transtest::OwnedListOf<TransValue> list(
+        value.asStringList(TransString("/"), TransString(parens.c_str()), listStatus));
     EXPECT_EQ(flags(listStatus), kBoth);
     EXPECT_EQ(value.asDouble(TransString("/"), TransString(parens.c_str()), status), transtest::kNoNumber);
     EXPECT_EQ(flags(status), kBoth);
@@ -152,8 +153,10 @@ TEST_F(DeepDocumentTest, HugeNumbersAreWrittenOutInFull) {
   std::string const xml = "<r>1</r>";
   TransValue value = TransXMLInput::parseDocument(xml.data(), xml.size());
   TransStatus status;
-  std::string const big = answer(value, "/", "string(1000000000000000000000 * 1000000000000000000000 * 1000000000000000000000 "
-                                         "* 1000000000000000000000 * 1000000000000000000000)", status);
+  std::string const big = answer(value, "/",
+                                 "string(1000000000000000000000 * 1000000000000000000000 * 1000000000000000000000 "
+                                 "* 1000000000000000000000 * 1000000000000000000000)",
+                                 status);
   EXPECT_EQ(big.size(), 106u) << big;
   EXPECT_EQ(big.substr(0, 6), "100000");
   EXPECT_EQ(answer(value, "/", std::string(120, '6'), status).size(), 120u);
@@ -164,7 +167,8 @@ TEST_F(DeepDocumentTest, HugeNumbersAreWrittenOutInFull) {
   EXPECT_EQ(answer(value, "/", "123456789012345678", status), "123456789012345680");  // the nearest double
   EXPECT_EQ(answer(value, "/", "0.1 + 0.2", status), "0.30000000000000004");
   EXPECT_EQ(answer(value, "/", "1 div 3", status), "0.3333333333333333");
-  EXPECT_EQ(answer(value, "/", "concat(1 div 0, ' ', -1 div 0, ' ', 0 div 0, ' ', -0)", status), "Infinity -Infinity NaN 0");
+  EXPECT_EQ(answer(value, "/", "concat(1 div 0, ' ', -1 div 0, ' ', 0 div 0, ' ', -0)", status),
+            "Infinity -Infinity NaN 0");
   EXPECT_EQ(value.asDouble(TransString("/"), TransString(("1" + std::string(150, '0')).c_str()), status), 1e150);
 }
 

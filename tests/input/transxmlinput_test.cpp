@@ -75,8 +75,7 @@ TEST_F(XmlInputTest, TextThatIsNotWellFormedIsRefusedWithItsPlace) {
 }
 
 TEST_F(XmlInputTest, TheEntityExpansionBombIsRefusedAtItsDocumentType) {
-  EXPECT_EQ(refusal(hostile::entityBomb()),
-            "line 2, column 16: a document type declaration (DOCTYPE) is not accepted");
+  EXPECT_EQ(refusal(hostile::entityBomb()), "line 2, column 16: a document type declaration (DOCTYPE) is not accepted");
 }
 
 TEST_F(XmlInputTest, AParameterEntityBombIsRefusedBeforeItsDeclarationsAreRead) {
@@ -92,7 +91,8 @@ TEST_F(XmlInputTest, ExternalEntitiesAndDtdsAreNeverLoaded) {
 }
 
 TEST_F(XmlInputTest, EvenAPlainDocumentTypeIsRefused) {
-  EXPECT_EQ(refusal(hostile::plainDoctype()), "line 1, column 13: a document type declaration (DOCTYPE) is not accepted");
+  EXPECT_EQ(refusal(hostile::plainDoctype()),
+            "line 1, column 13: a document type declaration (DOCTYPE) is not accepted");
 }
 
 TEST_F(XmlInputTest, NestingUpToTheLimitIsAccepted) {
@@ -113,7 +113,8 @@ TEST_F(XmlInputTest, NestingOneLevelOverTheLimitIsRefusedWhereItHappens) {
 }
 
 TEST_F(XmlInputTest, NestingFarOverTheLimitIsRefusedLikewise) {
-  EXPECT_EQ(refusal(hostile::nested(100000)), "line 1, column 3004: elements are nested deeper than the limit of 1000 levels");
+  EXPECT_EQ(refusal(hostile::nested(100000)),
+            "line 1, column 3004: elements are nested deeper than the limit of 1000 levels");
 }
 
 TEST_F(XmlInputTest, EmptyElementsCloseAsTheyOpen) {

@@ -79,7 +79,8 @@ TEST_F(SchemaTest, TheRepositoryHoldsSystemFilesAndMostAreReadable) {
 
 TEST_F(SchemaTest, RichDataSourcesAreValid) {
   schematest::SchemaValidator validator;
-  for (ZORB_DataSource const& ds : {dicttest::surveyDataSource(), dicttest::formatsDataSource(), dicttest::textDataSource()}) {
+  for (ZORB_DataSource const& ds :
+       {dicttest::surveyDataSource(), dicttest::formatsDataSource(), dicttest::textDataSource()}) {
     std::vector<std::string> const errors = validator.errors(dictionaryText(ds));
     EXPECT_TRUE(errors.empty()) << joined(errors);
   }

@@ -56,9 +56,17 @@ private:
   }
 
   double number() {
-    double const specials[] = {0.0, -0.0, 1.5, -9, 1e10, 0.3333333, std::numeric_limits<double>::max(),
-                               dicttest::lowestDouble(), -std::numeric_limits<double>::max(),
-                               std::numeric_limits<double>::infinity(), std::nan("")};
+    double const specials[] = {0.0,
+                               -0.0,
+                               1.5,
+                               -9,
+                               1e10,
+                               0.3333333,
+                               std::numeric_limits<double>::max(),
+                               dicttest::lowestDouble(),
+                               -std::numeric_limits<double>::max(),
+                               std::numeric_limits<double>::infinity(),
+                               std::nan("")};
     return specials[pick(0, 10)];
   }
 
@@ -67,13 +75,17 @@ private:
     zorb::VariableBuilder& v = b.addVariable(name);
     names_.push_back(name);
     int const width = chance(40) ? pick(1, 40) : 0;
-    if (width > 0) v.string(width);
-    else numeric_.push_back(index);
+    if (width > 0)
+      v.string(width);
+    else
+      numeric_.push_back(index);
     if (chance(70)) v.label(chance(20) ? "" : text());
     v.alignment(pick(0, 2)).measurementLevel(pick(0, 3)).displayWidth(static_cast<std::int16_t>(pick(-5, 300)));
     v.printFormat(formatCode(), pick(1, 40), pick(0, 16)).writeFormat(formatCode(), pick(1, 40), pick(0, 16));
-    if (width > 0) addStringValues(v, width);
-    else addNumericValues(v);
+    if (width > 0)
+      addStringValues(v, width);
+    else
+      addNumericValues(v);
     for (int i = pick(0, 2); i > 0; --i) v.attribute(attributeName(), values());
     if (chance(30)) v.attributesVersion(pick(0, 5));
   }

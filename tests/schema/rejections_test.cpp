@@ -51,16 +51,21 @@ Breakage const breakages[] = {
      "variableSet"},
     {"ExtensionBeforeTheDataSourceAttributes",
      [](std::string const& t) {
-       return moved(t, "<extension data=\"\" elementSize=\"1\" length=\"0\" type=\"12\"/>", "<attributeSet version=\"5\">");
+       return moved(t, "<extension data=\"\" elementSize=\"1\" length=\"0\" type=\"12\"/>",
+                    "<attributeSet version=\"5\">");
      },
      "attributeSet"},
     {"TwoWeightVariables",
-     [](std::string const& t) { return replaced(t, "<weightVariable name=\"wt\"/>", "<weightVariable name=\"wt\"/><weightVariable name=\"wt\"/>"); },
+     [](std::string const& t) {
+       return replaced(t, "<weightVariable name=\"wt\"/>",
+                       "<weightVariable name=\"wt\"/><weightVariable name=\"wt\"/>");
+     },
      "weightVariable"},
     // Children of a variable, a value label set and a multiple response set out of their order.
     {"WriteFormatBeforePrintFormat",
      [](std::string const& t) {
-       return moved(t, "<variableWriteFormat decimals=\"0\" type=\"F\" width=\"8\"/>", "<variableFormat decimals=\"0\" type=\"F\" width=\"8\"/>");
+       return moved(t, "<variableWriteFormat decimals=\"0\" type=\"F\" width=\"8\"/>",
+                    "<variableFormat decimals=\"0\" type=\"F\" width=\"8\"/>");
      },
      "variableFormat"},
     {"MissingValueAfterTheAttributeSet",
@@ -83,24 +88,45 @@ Breakage const breakages[] = {
      },
      "multipleResponseSetLabel"},
     // Words outside an enumeration.
-    {"UnknownMeasurementLevel", [](std::string const& t) { return replaced(t, "measurementLevel=\"scale\"", "measurementLevel=\"interval\""); }, "interval"},
-    {"UnknownAlignment", [](std::string const& t) { return replaced(t, "alignment=\"left\"", "alignment=\"justify\""); }, "justify"},
+    {"UnknownMeasurementLevel",
+     [](std::string const& t) { return replaced(t, "measurementLevel=\"scale\"", "measurementLevel=\"interval\""); },
+     "interval"},
+    {"UnknownAlignment",
+     [](std::string const& t) { return replaced(t, "alignment=\"left\"", "alignment=\"justify\""); }, "justify"},
     {"UnknownFormatType", [](std::string const& t) { return replaced(t, "type=\"DOLLAR\"", "type=\"EURO\""); }, "EURO"},
-    {"FormatTypeInLowerCase", [](std::string const& t) { return replaced(t, "type=\"DOLLAR\"", "type=\"dollar\""); }, "dollar"},
-    {"UnknownMissingValueBound", [](std::string const& t) { return replaced(t, "type=\"lowerBound\"", "type=\"lower\""); }, "lower"},
-    {"UnknownAttributeKind", [](std::string const& t) { return replaced(t, "type=\"system\"", "type=\"custom\""); }, "custom"},
-    {"UnknownCategoryLabelSource", [](std::string const& t) { return replaced(t, "value=\"countedValues\"", "value=\"counted\""); }, "counted"},
-    {"UnknownLabelSource", [](std::string const& t) { return replaced(t, "value=\"variableLabel\"", "value=\"setLabel\""); }, "setLabel"},
-    {"UnlistedExtensionType", [](std::string const& t) { return replaced(t, "length=\"0\" type=\"12\"", "length=\"0\" type=\"5\""); }, "5"},
+    {"FormatTypeInLowerCase", [](std::string const& t) { return replaced(t, "type=\"DOLLAR\"", "type=\"dollar\""); },
+     "dollar"},
+    {"UnknownMissingValueBound",
+     [](std::string const& t) { return replaced(t, "type=\"lowerBound\"", "type=\"lower\""); }, "lower"},
+    {"UnknownAttributeKind", [](std::string const& t) { return replaced(t, "type=\"system\"", "type=\"custom\""); },
+     "custom"},
+    {"UnknownCategoryLabelSource",
+     [](std::string const& t) { return replaced(t, "value=\"countedValues\"", "value=\"counted\""); }, "counted"},
+    {"UnknownLabelSource",
+     [](std::string const& t) { return replaced(t, "value=\"variableLabel\"", "value=\"setLabel\""); }, "setLabel"},
+    {"UnlistedExtensionType",
+     [](std::string const& t) { return replaced(t, "length=\"0\" type=\"12\"", "length=\"0\" type=\"5\""); }, "5"},
     // Other breaks of the vocabulary.
-    {"ExtensionDataInLowerCase", [](std::string const& t) { return replaced(t, "data=\"000FFF", "data=\"000fff"); }, "000fff"},
-    {"ExtensionDataOfOddLength", [](std::string const& t) { return replaced(t, "data=\"000FFF", "data=\"000FF"); }, "000FF"},
-    {"UnknownElement", [](std::string const& t) { return replaced(t, "<variable ", "<variableKey name=\"id\"/><variable "); }, "variableKey"},
+    {"ExtensionDataInLowerCase", [](std::string const& t) { return replaced(t, "data=\"000FFF", "data=\"000fff"); },
+     "000fff"},
+    {"ExtensionDataOfOddLength", [](std::string const& t) { return replaced(t, "data=\"000FFF", "data=\"000FF"); },
+     "000FF"},
+    {"UnknownElement",
+     [](std::string const& t) { return replaced(t, "<variable ", "<variableKey name=\"id\"/><variable "); },
+     "variableKey"},
     {"VariableWithoutName", [](std::string const& t) { return replaced(t, " name=\"id\"", ""); }, "name"},
-    {"NegativeRowCount", [](std::string const& t) { return replaced(t, "rowCount=\"1523\"", "rowCount=\"-1\""); }, "-1"},
-    {"WeightVariableNamingNoVariable", [](std::string const& t) { return replaced(t, "<weightVariable name=\"wt\"/>", "<weightVariable name=\"nosuch\"/>"); }, "identity constraint"},
+    {"NegativeRowCount", [](std::string const& t) { return replaced(t, "rowCount=\"1523\"", "rowCount=\"-1\""); },
+     "-1"},
+    {"WeightVariableNamingNoVariable",
+     [](std::string const& t) {
+       return replaced(t, "<weightVariable name=\"wt\"/>", "<weightVariable name=\"nosuch\"/>");
+     },
+     "identity constraint"},
     {"AnotherNamespace",
-     [](std::string const& t) { return replaced(t, "xmlns=\"http://transspace.example.org/zorb/data\"", "xmlns=\"http://transspace.example.org/other\""); },
+     [](std::string const& t) {
+       return replaced(t, "xmlns=\"http://transspace.example.org/zorb/data\"",
+                       "xmlns=\"http://transspace.example.org/other\"");
+     },
      "dictionary"},
 };
 

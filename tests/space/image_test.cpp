@@ -156,11 +156,18 @@ TEST_F(ImageStoreTest, GroupsIgnoreCaseImagesDoNot) {
 
 // Image names are compared byte for byte: no case folding of any kind, no Unicode equivalence.
 TEST_F(ImageStoreTest, ImageNamesCompareByteForByte) {
-  add("G", image("Stra\xc3\x9f" "e", "sharp"));
+  add("G", image("Stra\xc3\x9f"
+                 "e",
+                 "sharp"));
   TransStatus status;
   expectEmptyImage(find("G", "STRASSE", status));
   expectEmptyImage(find("G", "Strasse", status));
-  EXPECT_EQ(find("G", "Stra\xc3\x9f" "e", status).data, "sharp");
+  EXPECT_EQ(find("G",
+                 "Stra\xc3\x9f"
+                 "e",
+                 status)
+                .data,
+            "sharp");
 }
 
 // Edge case: removeAll of G erases the group even when no value G exists, and reports failure
@@ -217,7 +224,7 @@ TEST_F(ImageStoreTest, Table_AddImage) {
 
   status = dirtyStatus();
   EXPECT_TRUE(space.addImage(TransString("G"), image(""), status));  // only the group is tested
-  EXPECT_EQ(flags(status), kNone);                                  // group created, cleared
+  EXPECT_EQ(flags(status), kNone);                                   // group created, cleared
 
   status = dirtyStatus();
   EXPECT_TRUE(space.addImage(TransString("g"), image("A"), status));  // appended, cleared

@@ -130,7 +130,9 @@ TEST_F(TransSpaceTest, NamesIgnoreLetterCase) {
 }
 
 TEST_F(TransSpaceTest, FullCaseMappingMakesOneKey) {
-  space.add(TransString("Stra\xc3\x9f" "e"), TransValue(1.0));  // ß upper-cases to SS
+  space.add(TransString("Stra\xc3\x9f"
+                        "e"),
+            TransValue(1.0));  // ß upper-cases to SS
   TransStatus status;
   EXPECT_FALSE(space.add(TransString("STRASSE"), TransValue(2.0), status));
   EXPECT_EQ(flags(status), kBoth);
@@ -340,8 +342,8 @@ TEST_F(TransSpaceTest, FormsWithoutStatusReturnTheResult) {
 
 std::string assertion(char const* message) {
   std::string const expression = std::string("! status.failure() && \"") + message + "\"";
-  return escapeRegex("backend/transspace/src/space/transspace.cpp:") + "[0-9]+: .*: " +
-         escapeRegex("Assertion `" + expression + "' failed.");
+  return escapeRegex("backend/transspace/src/space/transspace.cpp:") +
+         "[0-9]+: .*: " + escapeRegex("Assertion `" + expression + "' failed.");
 }
 
 class TransSpaceDeathTest : public TransSpaceTest {
@@ -359,7 +361,8 @@ TEST_F(TransSpaceDeathTest, AddOfEmptyNameAsserts) {
 }
 
 TEST_F(TransSpaceDeathTest, AddOfNameInUseAsserts) {
-  EXPECT_DEATH(space.add(TransString("PRESENT"), TransValue(2.0)), assertion("Failure: TransString::add(handle,value)"));
+  EXPECT_DEATH(space.add(TransString("PRESENT"), TransValue(2.0)),
+               assertion("Failure: TransString::add(handle,value)"));
 }
 
 TEST_F(TransSpaceDeathTest, FindOfEmptyNameAsserts) {

@@ -59,8 +59,8 @@ XERCES_CPP_NAMESPACE_END
 
 namespace XALAN_CPP_NAMESPACE {
 void XPathEvaluator::initialize(MemoryManager& manager) {
-  record<void (*)(MemoryManager&)>("XPath initialize",
-                                   "_ZN11xalanc_1_1214XPathEvaluator10initializeERN11xercesc_3_213MemoryManagerE")(manager);
+  record<void (*)(MemoryManager&)>(
+      "XPath initialize", "_ZN11xalanc_1_1214XPathEvaluator10initializeERN11xercesc_3_213MemoryManagerE")(manager);
 }
 
 void XPathEvaluator::terminate() {
@@ -150,8 +150,8 @@ TEST_F(SpaceInitTest, ThrowingXPathInitialisationTerminatesXercesAgain) {
 TEST_F(SpaceInitTest, ThrowingSourceTreeInitialisationTerminatesXPathAndXerces) {
   failingCall = "SourceTree init";
   EXPECT_THROW(TransSpace(), std::runtime_error);
-  EXPECT_EQ(calls, (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "XPath terminate",
-                          "Xerces Terminate"}));
+  EXPECT_EQ(calls,
+            (Calls{"Xerces Initialize", "XPath initialize", "SourceTree init", "XPath terminate", "Xerces Terminate"}));
 
   calls.clear();
   {

@@ -123,7 +123,9 @@ TEST(TransTextImplTest, AsStringIsANewCopyOfTheText) {
   TransStatus status = dirtyStatus();
   OwnedString string(impl.asString(status));
   EXPECT_EQ(utf16(*string), u"Stra\u00dfe");
-  EXPECT_EQ(text(*string), "Stra\xc3\x9f" "e");
+  EXPECT_EQ(text(*string),
+            "Stra\xc3\x9f"
+            "e");
   EXPECT_EQ(flags(status), kNone);
 }
 

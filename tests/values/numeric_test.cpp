@@ -112,7 +112,8 @@ TEST(TransDoubleImplTest, AsDoubleFlagsOnlyTheNoNumberValue) {
   EXPECT_EQ(TransDoubleImpl(kNoNumber).asDouble(status), kNoNumber);
   EXPECT_EQ(flags(status), kWarning);
 
-  for (double number : {0.0, 2.5, -1e308, std::numeric_limits<double>::max(), -std::numeric_limits<double>::max() / 2}) {
+  for (double number :
+       {0.0, 2.5, -1e308, std::numeric_limits<double>::max(), -std::numeric_limits<double>::max() / 2}) {
     status = dirtyStatus();
     EXPECT_EQ(TransDoubleImpl(number).asDouble(status), number);
     EXPECT_EQ(flags(status), kNone) << number;
@@ -124,7 +125,9 @@ TEST(TransDoubleImplTest, AsDoubleFlagsOnlyTheNoNumberValue) {
 }
 
 // Edge case: every XML and path slot returns its placeholder with both flags, never null.
-TEST(TransDoubleImplTest, XMLAndPathSlotsAreNotApplicable) { expectNotApplicableXMLAndPathSlots(TransDoubleImpl(1.0), kContext, kPath); }
+TEST(TransDoubleImplTest, XMLAndPathSlotsAreNotApplicable) {
+  expectNotApplicableXMLAndPathSlots(TransDoubleImpl(1.0), kContext, kPath);
+}
 
 TEST(TransDoubleImplTest, CloneSwapAndAssignment) {
   TransDoubleImpl a(1.0);
@@ -187,7 +190,9 @@ TEST(TransIntegerImplTest, AsIntegerAndAsDouble) {
 }
 
 // Edge case: every XML and path slot returns its placeholder with both flags, never null.
-TEST(TransIntegerImplTest, XMLAndPathSlotsAreNotApplicable) { expectNotApplicableXMLAndPathSlots(TransIntegerImpl(1), kContext, kPath); }
+TEST(TransIntegerImplTest, XMLAndPathSlotsAreNotApplicable) {
+  expectNotApplicableXMLAndPathSlots(TransIntegerImpl(1), kContext, kPath);
+}
 
 TEST(TransIntegerImplTest, CloneSwapAndAssignment) {
   TransIntegerImpl a(1);

@@ -25,7 +25,8 @@ TEST(TransTextImplDeathTest, AsDoubleAssertsOnAFailedConversion) {
   GTEST_SKIP() << "death tests are skipped in the sanitizer build";
 #endif
   std::string const message =
-      "backend/transspace/src/values/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) const: "
+      "backend/transspace/src/values/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) "
+      "const: "
       "Assertion `! s.failure()' failed.";
   TransTextImpl const impl{TransString("12")};
   EXPECT_DEATH(

@@ -18,7 +18,9 @@ protected:
     Document source = parsedDocument(xml);
     return onRoad(new TransDOMImpl(source.get()));
   }
-  std::unique_ptr<TransDOMImpl> adopted(char const* xml) { return onRoad(TransDOMImpl::adopt(parsedDocument(xml).release())); }
+  std::unique_ptr<TransDOMImpl> adopted(char const* xml) {
+    return onRoad(TransDOMImpl::adopt(parsedDocument(xml).release()));
+  }
 };
 
 using Texts = std::vector<std::string>;

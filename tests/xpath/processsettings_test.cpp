@@ -102,7 +102,9 @@ TEST_P(ProcessSettingsTest, MultibyteQueriesInAWesternCodePage) {
   zorb::SetUTF8Mode(false);
   zorb::SetDefaultCodePage("windows-1252");
   std::string const context = encoded("/größe", "windows-1252");
-  ASSERT_EQ(context, "/gr\xF6\xDF" "e");
+  ASSERT_EQ(context,
+            "/gr\xF6\xDF"
+            "e");
   TransStatus status;
   EXPECT_EQ(askMBCS(*value, context, encoded("@maß", "windows-1252"), status), "gro\xDF");
   expectFlags(status, {false, false}, "attribute");
@@ -116,8 +118,8 @@ TEST_P(ProcessSettingsTest, MultibyteQueriesInAWesternCodePage) {
 // Shift_JIS: two bytes per character, and trail bytes that are ASCII punctuation to a byte-wise
 // reader ('\' in 表 and ソ, '@' in ァ is not used: names stay valid XML).
 TEST_P(ProcessSettingsTest, MultibyteQueriesInAJapaneseCodePage) {
-  auto value = document(u"\u8868", {{u"\u540d\u524d", u"\u308a\u3093\u3054"}, {u"\u30bd", u"\u8868\u30bd"}},
-                        u"\u54c1\u76ee");
+  auto value =
+      document(u"\u8868", {{u"\u540d\u524d", u"\u308a\u3093\u3054"}, {u"\u30bd", u"\u8868\u30bd"}}, u"\u54c1\u76ee");
   zorb::SetUTF8Mode(false);
   zorb::SetDefaultCodePage("Shift_JIS");
   std::string const context = encoded("/表", "Shift_JIS");

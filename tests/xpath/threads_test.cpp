@@ -27,7 +27,8 @@ int wrongAnswers(TransDOMImpl const& value, int thread) {
       TransStatus status;
       std::string const name = "v" + std::to_string(k);
       if (askString(value, "/dictionary/variable[@name='" + name + "']", "@label", status) !=
-              "Label " + std::to_string(k) || status.failure() || status.warning()) {
+              "Label " + std::to_string(k) ||
+          status.failure() || status.warning()) {
         ++wrong;
       }
       if (askNumber(value, "/dictionary", "count(variable[@name='" + name + "']/preceding-sibling::variable)",

@@ -29,19 +29,55 @@ protected:
 };
 
 TEST_F(TransRootStepTest, RootStepsWhereverTheyStand) {
-  for (std::string const expression :
-       {"/", "/x", "//x", "/x/y[1]/@a", "count(/)", "name(/)", "string(/)", "concat('a', string(/))",
-        "sum(/x)", "(/)", "(/)/x", "-/", "x | /y", ". = /", "x[count(/) > 1]", "x[position() = count(//y)]",
-        "boolean(/)", "not(/x)", "id(/x)", "lang(string(/))", "1 + count(//x) * 2", "x/y[z = /a]"}) {
+  for (std::string const expression : {"/",
+                                       "/x",
+                                       "//x",
+                                       "/x/y[1]/@a",
+                                       "count(/)",
+                                       "name(/)",
+                                       "string(/)",
+                                       "concat('a', string(/))",
+                                       "sum(/x)",
+                                       "(/)",
+                                       "(/)/x",
+                                       "-/",
+                                       "x | /y",
+                                       ". = /",
+                                       "x[count(/) > 1]",
+                                       "x[position() = count(//y)]",
+                                       "boolean(/)",
+                                       "not(/x)",
+                                       "id(/x)",
+                                       "lang(string(/))",
+                                       "1 + count(//x) * 2",
+                                       "x/y[z = /a]"}) {
     EXPECT_TRUE(holdsRootStep(expression)) << expression;
   }
 }
 
 TEST_F(TransRootStepTest, NoRootStep) {
-  for (std::string const expression :
-       {".", "x", "x/y[1]/@a", ".//x", "count(*)", "'/'", "'//x'", "id('a')", "id('a')/x", "lang('en')",
-        "self::node()", "true()", "1 div 0", "concat('/', name())", "x[position() = last()]", "../x",
-        "ancestor-or-self::node()", "x | y", "(x)[1]", "-count(x)", "string-length('//')", "x[@a = 'b/c']"}) {
+  for (std::string const expression : {".",
+                                       "x",
+                                       "x/y[1]/@a",
+                                       ".//x",
+                                       "count(*)",
+                                       "'/'",
+                                       "'//x'",
+                                       "id('a')",
+                                       "id('a')/x",
+                                       "lang('en')",
+                                       "self::node()",
+                                       "true()",
+                                       "1 div 0",
+                                       "concat('/', name())",
+                                       "x[position() = last()]",
+                                       "../x",
+                                       "ancestor-or-self::node()",
+                                       "x | y",
+                                       "(x)[1]",
+                                       "-count(x)",
+                                       "string-length('//')",
+                                       "x[@a = 'b/c']"}) {
     EXPECT_FALSE(holdsRootStep(expression)) << expression;
   }
 }

@@ -41,10 +41,10 @@ inline std::string roadName(::testing::TestParamInfo<QueryPath> const& info) {
   return "Unknown";
 }
 
-#define XPATHTEST_ON_EVERY_ROAD(Suite)                                                                      \
-  INSTANTIATE_TEST_SUITE_P(AllRoads, Suite,                                                                \
+#define XPATHTEST_ON_EVERY_ROAD(Suite)                                                                          \
+  INSTANTIATE_TEST_SUITE_P(AllRoads, Suite,                                                                     \
                            ::testing::Values(xpathtest::QueryPath::automatic, xpathtest::QueryPath::sourceTree, \
-                                             xpathtest::QueryPath::wrapper),                               \
+                                             xpathtest::QueryPath::wrapper),                                    \
                            xpathtest::roadName)
 
 struct Flags {

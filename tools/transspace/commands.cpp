@@ -32,11 +32,11 @@ using namespace XERCES_CPP_NAMESPACE;
 std::string indent(std::string const& xml) {
   std::unique_ptr<DOMDocument> document = TransXMLInput::parseDOM(xml.data(), xml.size());
   DOMImplementation* ls = DOMImplementationRegistry::getDOMImplementation(u"LS");
-  std::unique_ptr<DOMLSSerializer, void (*)(DOMLSSerializer*)> serializer(
-      ls->createLSSerializer(), [](DOMLSSerializer* s) { s->release(); });
+  std::unique_ptr<DOMLSSerializer, void (*)(DOMLSSerializer*)> serializer(ls->createLSSerializer(),
+                                                                          [](DOMLSSerializer* s) { s->release(); });
   serializer->getDomConfig()->setParameter(XMLUni::fgDOMWRTFormatPrettyPrint, true);
   std::unique_ptr<DOMLSOutput, void (*)(DOMLSOutput*)> output(ls->createLSOutput(),
-                                                               [](DOMLSOutput* o) { o->release(); });
+                                                              [](DOMLSOutput* o) { o->release(); });
   MemBufFormatTarget target;
   output->setByteStream(&target);
   output->setEncoding(u"UTF-8");

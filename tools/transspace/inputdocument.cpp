@@ -86,7 +86,8 @@ InputKind sniffInputKind(std::string const& path) {
 std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::ostream& warnings) {
   try {
     savfile::ReadResult result = savfile::readFile(path);
-    for (savfile::Warning const& warning : result.warnings) warnings << "transspace: warning: " << printable(warning.text) << '\n';
+    for (savfile::Warning const& warning : result.warnings)
+      warnings << "transspace: warning: " << printable(warning.text) << '\n';
     return result.dataSource;
   } catch (savfile::ReadError const& e) {
     throw InputError{printable(e.what())};

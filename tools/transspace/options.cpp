@@ -17,10 +17,14 @@ bool applyOption(std::string const& option, Options& options) {
     return true;
   }
   if (options.command == Command::Query) {
-    if (option == "--list") options.answer = AnswerForm::List;
-    else if (option == "--string") options.answer = AnswerForm::String;
-    else if (option == "--double") options.answer = AnswerForm::Double;
-    else return false;
+    if (option == "--list")
+      options.answer = AnswerForm::List;
+    else if (option == "--string")
+      options.answer = AnswerForm::String;
+    else if (option == "--double")
+      options.answer = AnswerForm::Double;
+    else
+      return false;
     return true;
   }
   return false;
@@ -39,8 +43,7 @@ void checkOperands(Options& options, std::vector<std::string> const& operands) {
   std::size_t const wanted = options.command == Command::Query ? 3 : 1;
   if (operands.size() != wanted) {
     throw UsageError{std::string(options.command == Command::Query ? "query" : "dict") + " takes " +
-                     (wanted == 3 ? "FILE CONTEXT PATH" : "FILE") + " (" + std::to_string(operands.size()) +
-                     " given)"};
+                     (wanted == 3 ? "FILE CONTEXT PATH" : "FILE") + " (" + std::to_string(operands.size()) + " given)"};
   }
   options.file = operands[0];
   if (wanted == 3) {

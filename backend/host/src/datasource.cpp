@@ -77,8 +77,8 @@ int ZORB_Variable::GetMissingValues(OBS const*& first, OBS const*& second, OBS c
 
 ZORB_Variable const& ZORB_DataSource::GetVariable(int index) const {
   if (index < 0 || static_cast<std::size_t>(index) >= variables_.size()) {
-    throw std::out_of_range("ZORB_DataSource::GetVariable: index " + std::to_string(index) +
-                            " is outside 0.." + std::to_string(variables_.size()));
+    throw std::out_of_range("ZORB_DataSource::GetVariable: index " + std::to_string(index) + " is outside 0.." +
+                            std::to_string(variables_.size()));
   }
   return variables_[static_cast<std::size_t>(index)];
 }

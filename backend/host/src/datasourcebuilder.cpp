@@ -322,9 +322,7 @@ VariableBuilder& DataSourceBuilder::variable(std::string const& name) {
   return variables_[static_cast<std::size_t>(index)];
 }
 
-int DataSourceBuilder::findVariable(std::string const& name) const {
-  return dataSource_.FindVarIndex(name.c_str(), 0);
-}
+int DataSourceBuilder::findVariable(std::string const& name) const { return dataSource_.FindVarIndex(name.c_str(), 0); }
 
 void DataSourceBuilder::rename(int index, std::string const& name) {
   std::string newKey = detail::asciiUpper(name);
@@ -461,8 +459,7 @@ DataSourceBuilder& DataSourceBuilder::categorySet(std::string const& name, std::
 
 DataSourceBuilder& DataSourceBuilder::dichotomySet(std::string const& name, std::string const& label,
                                                    std::string const& countedValue, bool useCategoryLabels,
-                                                   std::vector<std::string> const& members,
-                                                   bool labelSetByVariable) {
+                                                   std::vector<std::string> const& members, bool labelSetByVariable) {
   addMultipleResponseSet(name, VariableSet::Dichotomies)
       .label(label)
       .countedValue(countedValue)

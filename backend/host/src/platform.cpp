@@ -66,8 +66,8 @@ void ToISODateTime(std::string& out, double time, int dateStyle, bool withTime, 
   std::snprintf(buffer, sizeof buffer, dateStyle == 2 ? "%04lld-%02u-%02u" : "%04lld%02u%02u", year, month, day);
   out = buffer;
   if (!withTime) return;
-  std::snprintf(buffer, sizeof buffer, dateStyle == 2 ? "T%02lld:%02lld" : "T%02lld%02lld",
-                secondOfDay / 3600, secondOfDay / 60 % 60);
+  std::snprintf(buffer, sizeof buffer, dateStyle == 2 ? "T%02lld:%02lld" : "T%02lld%02lld", secondOfDay / 3600,
+                secondOfDay / 60 % 60);
   out += buffer;
   if (!withSeconds) return;
   std::snprintf(buffer, sizeof buffer, dateStyle == 2 ? ":%02lld" : "%02lld", secondOfDay % 60);

@@ -9,8 +9,7 @@
 
 TransStatusImpl::TransStatusImpl() : warning_(false), failure_(false) {}
 
-TransStatusImpl::TransStatusImpl(TransStatusImpl const& other)
-    : warning_(other.warning_), failure_(other.failure_) {}
+TransStatusImpl::TransStatusImpl(TransStatusImpl const& other) : warning_(other.warning_), failure_(other.failure_) {}
 
 TransStatusImpl::~TransStatusImpl() = default;
 

@@ -130,7 +130,7 @@ bool TransString::operator<(TransString const& other) const { return *impl_ < *o
 unsigned short const* TransString::asUTF16() const {
   TransStatus status;
   unsigned short const* result = asUTF16(status);
-  TRANS_ASSERT_IN("const UChar* TransString::asUTF16() const", ! status.failure() && "Failure: TransString::asUTF16()");
+  TRANS_ASSERT_IN("const UChar* TransString::asUTF16() const", !status.failure() && "Failure: TransString::asUTF16()");
   return result;
 }
 
@@ -138,6 +138,6 @@ unsigned short const* TransString::asUTF16() const {
 char const* TransString::asMBCS() const {
   TransStatus status;
   char const* result = asMBCS(status);
-  assert(! status.failure() && "Failure: TransString::asMBCS()");
+  assert(!status.failure() && "Failure: TransString::asMBCS()");
   return result;
 }

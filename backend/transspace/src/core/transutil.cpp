@@ -51,8 +51,7 @@ std::string TransUtil::UTF16toMBCS(icu::UnicodeString const& text) {
 
 double TransUtil::UTF16toDouble(icu::UnicodeString const& text) {
   UErrorCode error = U_ZERO_ERROR;
-  std::unique_ptr<icu::NumberFormat> format(
-      icu::NumberFormat::createInstance(currentLocale(LC_NUMERIC), error));
+  std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(currentLocale(LC_NUMERIC), error));
   if (!format) return noNumber;
   error = U_ZERO_ERROR;
   icu::Formattable number;

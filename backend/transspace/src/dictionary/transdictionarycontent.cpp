@@ -78,7 +78,7 @@ XMLCh const* formatTypeName(int type) {
     case 86: return X::YMDHMS_s;
     default: break;
   }
-  assert(! "unknown format type.");
+  assert(!"unknown format type.");
   return nullptr;
 }
 
@@ -89,7 +89,7 @@ XMLCh const* alignmentName(int code) {
     case 2: return X::center_s;
     default: break;
   }
-  assert(! "unknown alignment.");
+  assert(!"unknown alignment.");
   return nullptr;
 }
 
@@ -101,7 +101,7 @@ XMLCh const* measurementLevelName(int code) {
     case 3: return X::scale_s;
     default: break;
   }
-  assert(! "unknown measurement level.");
+  assert(!"unknown measurement level.");
   return nullptr;
 }
 
@@ -177,7 +177,8 @@ void TransDictionaryContent::document(ZORB_DataSource const& ds) {
   namespaceAttributes();
   rootAttributes(ds);
   // The column count is asked before every variable and compared as unsigned.
-  for (unsigned int i = 0; i < static_cast<unsigned int>(ds.ColumnCount()); ++i) variable(ds.GetVariable(static_cast<int>(i)));
+  for (unsigned int i = 0; i < static_cast<unsigned int>(ds.ColumnCount()); ++i)
+    variable(ds.GetVariable(static_cast<int>(i)));
   weightVariable(ds);
   for (unsigned int i = 0; i < static_cast<unsigned int>(ds.ColumnCount()); ++i) {
     valueLabelSet(ds.GetVariable(static_cast<int>(i)));
@@ -334,7 +335,8 @@ bool TransDictionaryContent::weightVariable(ZORB_DataSource const& ds) {
 
 // One member element per name that the data source knows, spelled as the data source spells it;
 // names it does not know are skipped silently. Returns the number written.
-unsigned int TransDictionaryContent::members(VariableSet const& set, ZORB_DataSource const& ds, XMLCh const* memberTag) {
+unsigned int TransDictionaryContent::members(VariableSet const& set, ZORB_DataSource const& ds,
+                                             XMLCh const* memberTag) {
   unsigned int count = 0;
   for (std::string const& name : set.GetVariableNames(VariableSet::AsStored)) {
     int index = ds.FindVarIndex(name.c_str(), 0);
@@ -406,7 +408,8 @@ bool TransDictionaryContent::extension(ZORB_DataSource const& ds, int type) {
   integer(X::type_s, ext.Type());
   integer(X::elementSize_s, ext.ElementSize());
   integer(X::length_s, static_cast<long>(ext.Length()));
-  std::vector<unsigned char> buffer(static_cast<std::size_t>(ext.ElementSize()) * static_cast<std::size_t>(ext.Length()));
+  std::vector<unsigned char> buffer(static_cast<std::size_t>(ext.ElementSize()) *
+                                    static_cast<std::size_t>(ext.Length()));
   long nelems = ext.GetNext(buffer.data(), static_cast<long>(ext.Length()));
   assert(nelems == ext.Length());
   std::string hex = hexText(buffer.data(), buffer.size());

@@ -42,9 +42,9 @@ public:
   void variable(ZORB_Variable const& var);
   void variableFormat(ZORB_Variable const& var);
   void variableWriteFormat(ZORB_Variable const& var);
-  int missingValues(ZORB_Variable const& var);       // the host's signed count; one element per value
-  bool valueLabelSet(ZORB_Variable const& var);      // false (and nothing sent) without labels
-  bool weightVariable(ZORB_DataSource const& ds);    // false (and nothing sent) when unweighted
+  int missingValues(ZORB_Variable const& var);     // the host's signed count; one element per value
+  bool valueLabelSet(ZORB_Variable const& var);    // false (and nothing sent) without labels
+  bool weightVariable(ZORB_DataSource const& ds);  // false (and nothing sent) when unweighted
   unsigned int variableSet(VariableSet const& set, ZORB_DataSource const& ds);  // members written
   unsigned int multipleResponseSet(VariableSet const& set, ZORB_DataSource const& ds);
   bool attributeSet(DatasourceAttributes const& attributes);  // false (nothing sent) when empty

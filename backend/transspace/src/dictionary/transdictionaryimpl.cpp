@@ -24,8 +24,8 @@ namespace {
 
 // The root's section that a tag names, or -1: only these are remembered for placement.
 int sectionIndex(XMLCh const* tag) {
-  static XMLCh const* const sections[] = {X::variable_s, X::weightVariable_s, X::valueLabelSet_s,
-                                          X::variableSet_s, X::multipleResponseSet_s};
+  static XMLCh const* const sections[] = {X::variable_s, X::weightVariable_s, X::valueLabelSet_s, X::variableSet_s,
+                                          X::multipleResponseSet_s};
   for (int i = 0; i < 5; ++i) {
     if (XMLString::equals(tag, sections[i])) return i;
   }
@@ -69,11 +69,11 @@ Node* lastDescendantNamed(Node* parent, XMLCh const* tag) {
 
 }  // namespace
 
-
 // Between two builder calls the caller may have changed the document in any way (put section
 // elements anywhere, removed and released remembered ones): then nothing remembered is trusted.
 void TransDictionaryImpl::forgetAnchorsAfterForeignChanges() {
-  if (trackedRoot_ == nullptr || document_ == nullptr || TransXMLInternals::documentChanges(document_) == knownChanges_) return;
+  if (trackedRoot_ == nullptr || document_ == nullptr || TransXMLInternals::documentChanges(document_) == knownChanges_)
+    return;
   for (int section = 0; section < kSectionCount; ++section) forget(section);
 }
 
@@ -142,7 +142,8 @@ bool TransDictionaryImpl::createDocument() {
   }
 }
 
-TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfterTag(DOMElement* parent, DOMNode* child, XMLCh const* tag) {
+TransDictionaryImpl::DOMNode* TransDictionaryImpl::insertAfterTag(DOMElement* parent, DOMNode* child,
+                                                                  XMLCh const* tag) {
   assert(parent);
   assert(child);
   assert(tag);
@@ -205,9 +206,9 @@ TransDictionaryImpl::DOMNode* TransDictionaryImpl::lastElementNamed(DOMElement* 
   int section = sectionIndex(tag);
   if (parent != trackedRoot_ || section < 0) return lastDescendantNamed(parent, tag);
   DOMNode* last = lastOfSection_[section];
-  bool const trusted = sectionKnown_[section] &&
-                       (last == nullptr || (last->getParentNode() == parent && last->getNodeType() == DOMNode::ELEMENT_NODE &&
-                                            XMLString::equals(last->getNodeName(), tag)));
+  bool const trusted = sectionKnown_[section] && (last == nullptr || (last->getParentNode() == parent &&
+                                                                      last->getNodeType() == DOMNode::ELEMENT_NODE &&
+                                                                      XMLString::equals(last->getNodeName(), tag)));
   if (!trusted) last = lastDescendantNamed(parent, tag);
   lastOfSection_[section] = last;
   sectionKnown_[section] = true;
@@ -271,8 +272,7 @@ bool TransDictionaryImpl::addVariableWriteFormat(ZORB_Variable const& var, DOMEl
   assert(domvar);
   assert(document_);
   BuilderCall call(*this);
-  TransDOMSink sink(document_,
-                    [&](DOMElement* element) { placeAfterFirstOf(domvar, element, {X::variableFormat_s}); });
+  TransDOMSink sink(document_, [&](DOMElement* element) { placeAfterFirstOf(domvar, element, {X::variableFormat_s}); });
   TransDictionaryContent(sink).variableWriteFormat(var);
   return true;
 }
@@ -353,8 +353,9 @@ unsigned int TransDictionaryImpl::addMultipleResponseSet(VariableSet const& set,
   assert(document_);
   BuilderCall call(*this);
   TransDOMSink sink(document_, [&](DOMElement* element) {
-    placeAfterFirstOf(domdict, element,
-                      {X::multipleResponseSet_s, X::variableSet_s, X::valueLabelSet_s, X::weightVariable_s, X::variable_s});
+    placeAfterFirstOf(
+        domdict, element,
+        {X::multipleResponseSet_s, X::variableSet_s, X::valueLabelSet_s, X::weightVariable_s, X::variable_s});
   });
   return TransDictionaryContent(sink).multipleResponseSet(set, ds);
 }
@@ -404,8 +405,9 @@ bool TransDictionaryImpl::addDatasourceAttributes(ZORB_DataSource const& ds, DOM
   // The chain starts with the preceding section: a deep search for attributeSet would find the
   // attribute sets inside the variables.
   TransDOMSink sink(document_, [&](DOMElement* set) {
-    placeAfterFirstOf(domdict, set,
-                      {X::multipleResponseSet_s, X::variableSet_s, X::valueLabelSet_s, X::weightVariable_s, X::variable_s});
+    placeAfterFirstOf(
+        domdict, set,
+        {X::multipleResponseSet_s, X::variableSet_s, X::valueLabelSet_s, X::weightVariable_s, X::variable_s});
   });
   return TransDictionaryContent(sink).attributeSet(DatasourceAttributes(ds.GetAttributes()));
 }

@@ -147,7 +147,8 @@ XMLCh const TransXMLChArray::xmlnsXsi_s[] = u"xmlns:xsi";
 XMLCh const TransXMLChArray::xsiSchemaLocation_s[] = u"xsi:schemaLocation";
 XMLCh const TransXMLChArray::schemaDefaultNSValue_s[] = TRANS_DICTIONARY_NS;
 XMLCh const TransXMLChArray::schemaInstanceValue_s[] = u"http://www.w3.org/2001/XMLSchema-instance";
-XMLCh const TransXMLChArray::schemaLocationValue_s[] = TRANS_DICTIONARY_NS u" " TRANS_DICTIONARY_NS u"/dictionary-1.0.xsd";
+XMLCh const TransXMLChArray::schemaLocationValue_s[] =
+    TRANS_DICTIONARY_NS u" " TRANS_DICTIONARY_NS u"/dictionary-1.0.xsd";
 XMLCh const TransXMLChArray::schemaVersion_s[] = u"1.0";
 
 // Other constants

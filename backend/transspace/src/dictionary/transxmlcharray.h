@@ -150,13 +150,13 @@ public:
   static XMLCh const variableNameType_s[];
   static XMLCh const work_s[];
   // Namespace declarations and schema location of the root
-  static XMLCh const xmlns_s[];                // "xmlns"
-  static XMLCh const xmlnsXsi_s[];             // "xmlns:xsi"
-  static XMLCh const xsiSchemaLocation_s[];    // "xsi:schemaLocation"
-  static XMLCh const schemaDefaultNSValue_s[]; // the dictionary namespace URI (see above)
-  static XMLCh const schemaInstanceValue_s[];  // the W3C XML Schema-instance namespace URI
-  static XMLCh const schemaLocationValue_s[];  // namespace URI, a space, namespace URI + "/dictionary-1.0.xsd"
-  static XMLCh const schemaVersion_s[];        // "1.0"
+  static XMLCh const xmlns_s[];                 // "xmlns"
+  static XMLCh const xmlnsXsi_s[];              // "xmlns:xsi"
+  static XMLCh const xsiSchemaLocation_s[];     // "xsi:schemaLocation"
+  static XMLCh const schemaDefaultNSValue_s[];  // the dictionary namespace URI (see above)
+  static XMLCh const schemaInstanceValue_s[];   // the W3C XML Schema-instance namespace URI
+  static XMLCh const schemaLocationValue_s[];   // namespace URI, a space, namespace URI + "/dictionary-1.0.xsd"
+  static XMLCh const schemaVersion_s[];         // "1.0"
 
   // Other constants
   static XMLCh const LS_s[];     // "LS": the Xerces feature of the load-and-save DOM implementation

@@ -178,14 +178,22 @@ constexpr XMLSize_t serializerCapacity = 1023;
 // ---- construction, copy, destruction ----
 
 TransDOMImpl::TransDOMImpl(DOMDocument const* source)
-    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+    : document_(nullptr),
+      liaison_(nullptr),
+      dom_(nullptr),
+      evaluator_(nullptr),
+      mirrorRefused_(false),
       queryPath_(QueryPath::automatic) {
   init();
   copyDocument(source);
 }
 
 TransDOMImpl::TransDOMImpl(ZORB_DataSource const& ds)
-    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+    : document_(nullptr),
+      liaison_(nullptr),
+      dom_(nullptr),
+      evaluator_(nullptr),
+      mirrorRefused_(false),
       queryPath_(QueryPath::automatic) {
   init();
   // The builder never owns the document; it goes with this local builder, the document stays.
@@ -194,15 +202,24 @@ TransDOMImpl::TransDOMImpl(ZORB_DataSource const& ds)
 }
 
 TransDOMImpl::TransDOMImpl(DOMDocument* document, AdoptTag)
-    : document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr), mirrorRefused_(false),
+    : document_(nullptr),
+      liaison_(nullptr),
+      dom_(nullptr),
+      evaluator_(nullptr),
+      mirrorRefused_(false),
       queryPath_(QueryPath::automatic) {
   init();
   document_ = document;
 }
 
 TransDOMImpl::TransDOMImpl(TransDOMImpl const& other)
-    : TransValueImpl(), document_(nullptr), liaison_(nullptr), dom_(nullptr), evaluator_(nullptr),
-      mirrorRefused_(false), queryPath_(other.queryPath_) {
+    : TransValueImpl(),
+      document_(nullptr),
+      liaison_(nullptr),
+      dom_(nullptr),
+      evaluator_(nullptr),
+      mirrorRefused_(false),
+      queryPath_(other.queryPath_) {
   init();
   copyDocument(other.document_);
 }
@@ -380,9 +397,8 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   TransStatus c;
   TransString codepage(TransUtil::codepage().c_str());
   XalanDOMString codepageName(xalanMemoryManager());
-  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(TransUTF16::internal(codepage.asUTF16(c))),
-                                           codepageName);
-  assert(! c.failure() && ! c.warning());
+  ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(TransUTF16::internal(codepage.asUTF16(c))), codepageName);
+  assert(!c.failure() && !c.warning());
   MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
   serializer.write(document_, target, status);
   std::string bytes(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
@@ -449,8 +465,8 @@ TransDOMImpl::Result TransDOMImpl::evaluateOn(XalanDocument* document, PrefixRes
 }
 
 // The first node that `context` selects from the document node, or null.
-XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver const& resolver,
-                                       TransPathIndex* index, UChar const* context) const {
+XalanNode* TransDOMImpl::selectContext(XalanDocument* document, PrefixResolver const& resolver, TransPathIndex* index,
+                                       UChar const* context) const {
   std::vector<XalanNode*> nodes;
   if (index != nullptr && index->select(document, context, nodes)) return nodes.empty() ? nullptr : nodes.front();
   XalanSourceTreeDOMSupport support;
@@ -513,23 +529,20 @@ TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString
   } else {
     result = evaluateXPath(contextText, pathText, status);
   }
-  assert(! c.failure() && ! c.warning());
-  assert(! p.failure() && ! p.warning());
+  assert(!c.failure() && !c.warning());
+  assert(!p.failure() && !p.warning());
   return result;
 }
 
-XObject::eObjectType TransDOMImpl::Result::type() const {
-  return indexed ? XObject::eTypeNodeSet : object->getType();
-}
+XObject::eObjectType TransDOMImpl::Result::type() const { return indexed ? XObject::eTypeNodeSet : object->getType(); }
 
-std::size_t TransDOMImpl::Result::size() const {
-  return indexed ? nodes.size() : object->nodeset().getLength();
-}
+std::size_t TransDOMImpl::Result::size() const { return indexed ? nodes.size() : object->nodeset().getLength(); }
 
 // The node value as the DOM defines it (an attribute's value, a text node's text, and empty for an
 // element), not the XPath string-value.
 XalanDOMString const& TransDOMImpl::Result::nodeValue(std::size_t index) const {
-  XalanNode const* node = indexed ? nodes[index] : object->nodeset().item(static_cast<NodeRefListBase::size_type>(index));
+  XalanNode const* node =
+      indexed ? nodes[index] : object->nodeset().item(static_cast<NodeRefListBase::size_type>(index));
   return node->getNodeValue();
 }
 
@@ -587,7 +600,7 @@ TransStringList* TransDOMImpl::asStringList(TransString const& context, TransStr
   auto append = [&answer](XalanDOMString const& text) {
     TransStatus p;
     answer->push_back(exported(text), p);
-    assert(! p.failure() && ! p.warning());
+    assert(!p.failure() && !p.warning());
   };
   if (result.null()) {
     status.failure(true);

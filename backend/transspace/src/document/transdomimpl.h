@@ -141,8 +141,8 @@ private:
   // Renewed after an evaluation raised: see renewEvaluator.
   mutable XALAN_CPP_NAMESPACE::XPathEvaluator* evaluator_;
 
-  mutable std::unique_ptr<TransSourceTree> mirror_;  // built on first query
+  mutable std::unique_ptr<TransSourceTree> mirror_;    // built on first query
   mutable std::unique_ptr<TransPathIndex> pathIndex_;  // over mirror_, filled as queries need it
-  mutable bool mirrorRefused_;                        // the document holds a node it cannot mirror
+  mutable bool mirrorRefused_;                         // the document holds a node it cannot mirror
   QueryPath queryPath_;
 };

@@ -29,8 +29,7 @@ int operandsStart(XPathExpression const& expression, int position, int op) {
       return position + 4;
     case XPathExpression::eOP_LITERAL:  // leaves: their slots hold token and number indexes
     case XPathExpression::eOP_VARIABLE:
-    case XPathExpression::eOP_NUMBERLIT:
-      return position + expression.getOpCodeMapValue(position + 1);
+    case XPathExpression::eOP_NUMBERLIT: return position + expression.getOpCodeMapValue(position + 1);
     default: break;
   }
   bool const plain = (op >= XPathExpression::eOP_XPATH && op <= XPathExpression::eOP_UNION) ||

@@ -92,8 +92,8 @@ TransSourceTree::~TransSourceTree() {
 std::unique_ptr<TransSourceTree> TransSourceTree::build(XERCES_CPP_NAMESPACE::DOMDocument const& document) {
   std::unique_ptr<TransSourceTree> tree(new TransSourceTree());
   if (!tree->mirrorChildren(document, nullptr)) return nullptr;
-  tree->resolver_.reset(new XalanDocumentPrefixResolver(tree->document_, XalanDOMString(memoryManager()),
-                                                        memoryManager()));
+  tree->resolver_.reset(
+      new XalanDocumentPrefixResolver(tree->document_, XalanDOMString(memoryManager()), memoryManager()));
   return tree;
 }
 
@@ -167,14 +167,14 @@ TransSourceTree::Element* TransSourceTree::mirrorElement(DOMElement const& eleme
   XalanDOMString const& prefix = name(element.getPrefix());
   XalanNode::IndexType const index = nextIndex_++;
   if (count == 0) {
-    elementsWithoutAttributes_.emplace_back(memoryManager(), tag, local, uri, prefix, document_, parent,
-                                            slot.last, nullptr, index);
+    elementsWithoutAttributes_.emplace_back(memoryManager(), tag, local, uri, prefix, document_, parent, slot.last,
+                                            nullptr, index);
     return &elementsWithoutAttributes_.back();
   }
   Attr** attributeSlots = allocateAttributeSlots(count);
   elementsWithAttributes_.emplace_back(memoryManager(), tag, local, uri, prefix, document_, attributeSlots,
-                                       static_cast<XALAN_CPP_NAMESPACE::XalanSize_t>(count), parent, slot.last,
-                                       nullptr, index);
+                                       static_cast<XALAN_CPP_NAMESPACE::XalanSize_t>(count), parent, slot.last, nullptr,
+                                       index);
   Element* mirrored = &elementsWithAttributes_.back();
   if (!mirrorAttributes(element, mirrored, attributeSlots)) return nullptr;
   return mirrored;

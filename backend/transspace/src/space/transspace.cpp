@@ -61,8 +61,8 @@ public:
 };
 
 TransSpace::Data::XMLPlatformInit::XMLPlatformInit() {
-  XERCES_CPP_NAMESPACE::XMLPlatformUtils::Initialize(XERCES_CPP_NAMESPACE::XMLUni::fgXercescDefaultLocale,
-                                                     nullptr, nullptr, nullptr);
+  XERCES_CPP_NAMESPACE::XMLPlatformUtils::Initialize(XERCES_CPP_NAMESPACE::XMLUni::fgXercescDefaultLocale, nullptr,
+                                                     nullptr, nullptr);
 }
 
 TransSpace::Data::XMLPlatformInit::~XMLPlatformInit() { XERCES_CPP_NAMESPACE::XMLPlatformUtils::Terminate(); }
@@ -219,9 +219,7 @@ TransStringList* TransSpace::list(TransStatus& status) const {
 
 // ---- releases: the same as TransValue's ----
 
-void TransSpace::releaseString(TransString*& string, TransStatus& status) {
-  TransValue::releaseString(string, status);
-}
+void TransSpace::releaseString(TransString*& string, TransStatus& status) { TransValue::releaseString(string, status); }
 
 void TransSpace::releaseStringList(TransStringList*& strings, TransStatus& status) {
   TransValue::releaseStringList(strings, status);
@@ -243,8 +241,7 @@ bool TransSpace::addImage(TransString const& group, TransImage const& image, Tra
   return true;
 }
 
-TransImage const& TransSpace::findImage(TransString const& group, TransString const& name,
-                                        TransStatus& status) const {
+TransImage const& TransSpace::findImage(TransString const& group, TransString const& name, TransStatus& status) const {
   status.reset();
   TransString const groupName(trimmed(group));
   TransString const imageName(trimmed(name));
@@ -315,60 +312,60 @@ bool TransSpace::removeImage(TransString const& group, TransString const& name, 
 bool TransSpace::add(TransString const& handle, TransValue const& value) {
   TransStatus status;
   bool const result = add(handle, value, status);
-  assert(! status.failure() && "Failure: TransString::add(handle,value)");
+  assert(!status.failure() && "Failure: TransString::add(handle,value)");
   return result;
 }
 
 bool TransSpace::add(TransString const& handle, TransValue&& value) {
   TransStatus status;
   bool const result = add(handle, std::move(value), status);
-  assert(! status.failure() && "Failure: TransString::add(handle,value)");
+  assert(!status.failure() && "Failure: TransString::add(handle,value)");
   return result;
 }
 
 TransValue const& TransSpace::find(TransString const& handle) const {
   TransStatus status;
   TransValue const& result = find(handle, status);
-  assert(! status.failure() && "Failure: TransString::find(handle)");
+  assert(!status.failure() && "Failure: TransString::find(handle)");
   return result;
 }
 
 bool TransSpace::exists(TransString const& handle) const {
   TransStatus status;
   bool const result = exists(handle, status);
-  assert(! status.failure() && "Failure: TransString::exists(handle)");
+  assert(!status.failure() && "Failure: TransString::exists(handle)");
   return result;
 }
 
 bool TransSpace::remove(TransString const& handle) {
   TransStatus status;
   bool const result = remove(handle, status);
-  assert(! status.failure() && "Failure: TransString::remove(handle)");
+  assert(!status.failure() && "Failure: TransString::remove(handle)");
   return result;
 }
 
 bool TransSpace::take(TransString const& handle, TransValue& value) {
   TransStatus status;
   bool const result = take(handle, value, status);
-  assert(! status.failure() && "Failure: TransString::take(handle,value)");
+  assert(!status.failure() && "Failure: TransString::take(handle,value)");
   return result;
 }
 
 TransStringList* TransSpace::list() const {
   TransStatus status;
   TransStringList* result = list(status);
-  assert(! status.failure() && "Failure: TransString::list()");
+  assert(!status.failure() && "Failure: TransString::list()");
   return result;
 }
 
 void TransSpace::releaseString(TransString*& string) {
   TransStatus status;
   releaseString(string, status);
-  assert(! status.failure() && "Failure: TransString::releaseString(string)");
+  assert(!status.failure() && "Failure: TransString::releaseString(string)");
 }
 
 void TransSpace::releaseStringList(TransStringList*& strings) {
   TransStatus status;
   releaseStringList(strings, status);
-  assert(! status.failure() && "Failure: TransString::releaseStringList(strings)");
+  assert(!status.failure() && "Failure: TransString::releaseStringList(strings)");
 }

@@ -73,8 +73,8 @@ bool TransNumberText::plainIntegers() {
   for (Known const& k : known) {
     if (k.locale == current) return k.plain;
   }
-  static long const probes[] = {0, 7, -1, 1234567, -9876543210L, std::numeric_limits<long>::max(),
-                                std::numeric_limits<long>::min()};
+  static long const probes[] = {
+      0, 7, -1, 1234567, -9876543210L, std::numeric_limits<long>::max(), std::numeric_limits<long>::min()};
   bool plain = true;
   for (long probe : probes) {
     char text[24];

@@ -72,7 +72,7 @@ double TransTextImpl::asDouble(TransStatus& status) const {
   icu::UnicodeString const text(TransUTF16::internal(text_.asUTF16(s)));
   double const number = TransUtil::UTF16toDouble(text);
   // The local status warns of an empty text; only a failure (which asUTF16 never reports) trips.
-  assert(! s.failure());
+  assert(!s.failure());
   // The no-number value is the parser's one failure signal, even when the text spells it out.
   if (number == TransUtil::noNumber) {
     status.failure(true);

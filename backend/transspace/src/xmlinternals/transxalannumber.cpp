@@ -28,7 +28,8 @@ using XalanNumberWriter = XalanDOMString& (*)(double, XalanDOMString&);
 
 // Xalan's own definition, the next one after this library's in the lookup order.
 XalanNumberWriter xalanWriter() {
-  static XalanNumberWriter const writer = reinterpret_cast<XalanNumberWriter>(dlsym(RTLD_NEXT, transXalanNumberWriterSymbol().c_str()));
+  static XalanNumberWriter const writer =
+      reinterpret_cast<XalanNumberWriter>(dlsym(RTLD_NEXT, transXalanNumberWriterSymbol().c_str()));
   return writer;
 }
 

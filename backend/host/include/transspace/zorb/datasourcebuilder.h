@@ -47,8 +47,8 @@ public:
   VariableBuilder& numeric();
   VariableBuilder& string(int width);
 
-  VariableBuilder& alignment(int code);          // 0 left, 1 right (default), 2 center; any code kept
-  VariableBuilder& measurementLevel(int code);   // 0 unknown (default) .. 3 scale; any code kept
+  VariableBuilder& alignment(int code);               // 0 left, 1 right (default), 2 center; any code kept
+  VariableBuilder& measurementLevel(int code);        // 0 unknown (default) .. 3 scale; any code kept
   VariableBuilder& displayWidth(std::int16_t width);  // default 8; negative widths are kept
   VariableBuilder& printFormat(int type, int width, int decimals);
   VariableBuilder& writeFormat(int type, int width, int decimals);
@@ -172,9 +172,9 @@ public:
   DataSourceBuilder& categorySet(std::string const& name, std::string const& label,
                                  std::vector<std::string> const& members, bool labelSetByVariable = false);
   // A multiple response set of dichotomies (type 2).
-  DataSourceBuilder& dichotomySet(std::string const& name, std::string const& label,
-                                  std::string const& countedValue, bool useCategoryLabels,
-                                  std::vector<std::string> const& members, bool labelSetByVariable = false);
+  DataSourceBuilder& dichotomySet(std::string const& name, std::string const& label, std::string const& countedValue,
+                                  bool useCategoryLabels, std::vector<std::string> const& members,
+                                  bool labelSetByVariable = false);
   // Handles for sets described field by field (for example a multiple response set of type 7).
   VariableSetBuilder& addVariableSet(std::string const& name);
   VariableSetBuilder& addMultipleResponseSet(std::string const& name, int type);
