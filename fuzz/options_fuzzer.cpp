@@ -1,14 +1,14 @@
 // libFuzzer target over the command line of `transspace`: the input is split at NUL bytes into
-// arguments. Any command line must give options or a UsageError; options that would run a
-// command on a file must name one, and help, version and schema, which read no file, must run.
+// arguments. Any command line must give an invocation or a UsageError; an invocation that would
+// run a command on a file must name one, and help, version and schema, which read no file, must
+// run.
 #include <cstddef>
 #include <cstdint>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "commands.h"
-#include "options.h"
+#include "command.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   std::vector<std::string> arguments;
@@ -20,18 +20,17 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (end == std::string::npos) break;
     start = end + 1;
   }
-  cli::Options options;
+  cli::Invocation invocation;
   try {
-    options = cli::parseOptions(arguments);
+    invocation = cli::parseCommandLine(arguments);
   } catch (cli::UsageError const& e) {
     if (e.message.empty()) __builtin_trap();
     return 0;
   }
-  bool const readsNoFile = options.command == cli::Command::Help || options.command == cli::Command::Version ||
-                           options.command == cli::Command::Schema;
+  bool const readsNoFile = invocation.command == nullptr || invocation.help() || !invocation.command->readsFiles();
   if (readsNoFile) {
     std::ostringstream out, err;
-    if (cli::run(options, out, err) != cli::Answered || out.str().empty()) __builtin_trap();
+    if (cli::run(invocation, out, err) != cli::Answered || out.str().empty()) __builtin_trap();
   } else if (arguments.size() < 2) {
     __builtin_trap();  // a command on a file needs at least the file
   }

@@ -6,9 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "commands.h"
+#include "command.h"
 #include "inputdocument.h"
-#include "options.h"
 #include "savfilebuilder.h"
 #include "subprocess.h"
 
@@ -25,18 +24,13 @@ struct RunResult {
   std::string out, err;
 };
 
-RunResult runInProcess(cli::Options const& options) {
+RunResult runInProcess(std::vector<std::string> const& arguments) {
   std::ostringstream out, err;
-  int const status = cli::run(options, out, err);
+  int const status = cli::run(cli::parseCommandLine(arguments), out, err);
   return {status, out.str(), err.str()};
 }
 
-cli::Options dictOf(std::string const& file) {
-  cli::Options options;
-  options.command = cli::Command::Dict;
-  options.file = file;
-  return options;
-}
+std::vector<std::string> dictOf(std::string const& file) { return {"dict", file}; }
 
 TEST(SniffInputKind, SystemFilesByTheirMagicWhateverTheirName) {
   TempDir dir;
@@ -79,14 +73,11 @@ TEST(SniffInputKind, UnreadableInputIsAnInputErrorNamingTheFile) {
 }
 
 TEST(Run, HelpAndVersionWriteToOut) {
-  cli::Options options;
-  options.command = cli::Command::Help;
-  RunResult result = runInProcess(options);
+  RunResult result = runInProcess({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out, cli::usageText());
   EXPECT_EQ(result.err, "");
-  options.command = cli::Command::Version;
-  result = runInProcess(options);
+  result = runInProcess({"--version"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out.rfind("transspace ", 0), 0u) << result.out;
   EXPECT_EQ(result.err, "");

@@ -1,24 +1,24 @@
-// cli::parseOptions: commands, the options each command takes, "--", operand counts, usage errors.
+// cli::parseCommandLine: commands, the options each command takes, "--", operand counts, usage errors.
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "options.h"
+#include "command.h"
+#include "querycommand.h"
 
 namespace {
 
 using cli::AnswerForm;
-using cli::Command;
-using cli::Options;
-using cli::parseOptions;
+using cli::Invocation;
+using cli::parseCommandLine;
 using cli::UsageError;
 using Arguments = std::vector<std::string>;
 
 // The message of the UsageError that parsing `arguments` throws; fails the test when none is thrown.
 std::string usageErrorOf(Arguments const& arguments) {
   try {
-    parseOptions(arguments);
+    parseCommandLine(arguments);
   } catch (UsageError const& e) {
     EXPECT_FALSE(e.message.empty());
     return e.message;
@@ -27,102 +27,100 @@ std::string usageErrorOf(Arguments const& arguments) {
   return std::string();
 }
 
-TEST(ParseOptions, DictTakesOneFile) {
-  Options const options = parseOptions({"dict", "demo.sav"});
-  EXPECT_EQ(options.command, Command::Dict);
-  EXPECT_EQ(options.file, "demo.sav");
-  EXPECT_FALSE(options.pretty);
+std::string commandOf(Invocation const& invocation) {
+  return invocation.command == nullptr ? std::string() : invocation.command->name();
 }
 
-TEST(ParseOptions, DictPrettyBeforeOrAfterTheFile) {
+AnswerForm answerOf(Arguments const& arguments) { return answerForm(parseCommandLine(arguments).arguments); }
+
+TEST(ParseCommandLine, DictTakesOneFile) {
+  Invocation const invocation = parseCommandLine({"dict", "demo.sav"});
+  EXPECT_EQ(commandOf(invocation), "dict");
+  EXPECT_EQ(invocation.arguments.operands, Arguments{"demo.sav"});
+  EXPECT_FALSE(invocation.arguments.has("--pretty"));
+  EXPECT_FALSE(invocation.help());
+}
+
+TEST(ParseCommandLine, DictPrettyBeforeOrAfterTheFile) {
   for (Arguments const& arguments : {Arguments{"dict", "--pretty", "a.sav"}, Arguments{"dict", "a.sav", "--pretty"}}) {
-    Options const options = parseOptions(arguments);
-    EXPECT_EQ(options.command, Command::Dict);
-    EXPECT_EQ(options.file, "a.sav");
-    EXPECT_TRUE(options.pretty);
+    Invocation const invocation = parseCommandLine(arguments);
+    EXPECT_EQ(commandOf(invocation), "dict");
+    EXPECT_EQ(invocation.arguments.operands, Arguments{"a.sav"});
+    EXPECT_TRUE(invocation.arguments.has("--pretty"));
   }
 }
 
-TEST(ParseOptions, QueryTakesFileContextAndPathAndAnswersAsAListByDefault) {
-  Options const options = parseOptions({"query", "demo.sav", "/dictionary", "variable/@name"});
-  EXPECT_EQ(options.command, Command::Query);
-  EXPECT_EQ(options.file, "demo.sav");
-  EXPECT_EQ(options.context, "/dictionary");
-  EXPECT_EQ(options.path, "variable/@name");
-  EXPECT_EQ(options.answer, AnswerForm::List);
-  EXPECT_FALSE(options.pretty);
+TEST(ParseCommandLine, QueryTakesFileContextAndPathAndAnswersAsAListByDefault) {
+  Invocation const invocation = parseCommandLine({"query", "demo.sav", "/dictionary", "variable/@name"});
+  EXPECT_EQ(commandOf(invocation), "query");
+  EXPECT_EQ(invocation.arguments.operands, (Arguments{"demo.sav", "/dictionary", "variable/@name"}));
+  EXPECT_EQ(answerForm(invocation.arguments), AnswerForm::List);
 }
 
-TEST(ParseOptions, QueryAnswerForms) {
-  EXPECT_EQ(parseOptions({"query", "--list", "f", "c", "p"}).answer, AnswerForm::List);
-  EXPECT_EQ(parseOptions({"query", "--string", "f", "c", "p"}).answer, AnswerForm::String);
-  EXPECT_EQ(parseOptions({"query", "--double", "f", "c", "p"}).answer, AnswerForm::Double);
+TEST(ParseCommandLine, QueryAnswerForms) {
+  EXPECT_EQ(answerOf({"query", "--list", "f", "c", "p"}), AnswerForm::List);
+  EXPECT_EQ(answerOf({"query", "--string", "f", "c", "p"}), AnswerForm::String);
+  EXPECT_EQ(answerOf({"query", "--double", "f", "c", "p"}), AnswerForm::Double);
+  EXPECT_EQ(answerOf({"query", "--double", "--string", "f", "c", "p"}), AnswerForm::String) << "the last one counts";
   // Options may stand between and after the operands.
-  Options const options = parseOptions({"query", "f", "c", "--double", "p"});
-  EXPECT_EQ(options.answer, AnswerForm::Double);
-  EXPECT_EQ(options.file, "f");
-  EXPECT_EQ(options.context, "c");
-  EXPECT_EQ(options.path, "p");
-  EXPECT_EQ(parseOptions({"query", "f", "c", "p", "--string"}).answer, AnswerForm::String);
+  Invocation const invocation = parseCommandLine({"query", "f", "c", "--double", "p"});
+  EXPECT_EQ(answerForm(invocation.arguments), AnswerForm::Double);
+  EXPECT_EQ(invocation.arguments.operands, (Arguments{"f", "c", "p"}));
+  EXPECT_EQ(answerOf({"query", "f", "c", "p", "--string"}), AnswerForm::String);
 }
 
-TEST(ParseOptions, PrettyIsOnlyForDict) {
+TEST(ParseCommandLine, PrettyIsOnlyForDict) {
   EXPECT_NE(usageErrorOf({"query", "--pretty", "f", "c", "p"}).find("--pretty"), std::string::npos);
 }
 
-TEST(ParseOptions, AnswerFormsAreOnlyForQuery) {
+TEST(ParseCommandLine, AnswerFormsAreOnlyForQuery) {
   for (std::string const option : {"--list", "--string", "--double"}) {
     EXPECT_NE(usageErrorOf({"dict", option, "f"}).find(option), std::string::npos) << option;
   }
 }
 
-TEST(ParseOptions, DoubleDashEndsTheOptionsSoThatAnXPathMayStartWithAMinus) {
-  Options options = parseOptions({"query", "--double", "f", "--", "-1", "-count(x)"});
-  EXPECT_EQ(options.answer, AnswerForm::Double);
-  EXPECT_EQ(options.file, "f");
-  EXPECT_EQ(options.context, "-1");
-  EXPECT_EQ(options.path, "-count(x)");
+TEST(ParseCommandLine, DoubleDashEndsTheOptionsSoThatAnXPathMayStartWithAMinus) {
+  Invocation invocation = parseCommandLine({"query", "--double", "f", "--", "-1", "-count(x)"});
+  EXPECT_EQ(answerForm(invocation.arguments), AnswerForm::Double);
+  EXPECT_EQ(invocation.arguments.operands, (Arguments{"f", "-1", "-count(x)"}));
 
-  options = parseOptions({"query", "--", "f", "/a", "--string"});
-  EXPECT_EQ(options.answer, AnswerForm::List) << "--string after -- is an operand, not an option";
-  EXPECT_EQ(options.path, "--string");
+  invocation = parseCommandLine({"query", "--", "f", "/a", "--string"});
+  EXPECT_EQ(answerForm(invocation.arguments), AnswerForm::List) << "--string after -- is an operand, not an option";
+  EXPECT_EQ(invocation.arguments.operands.back(), "--string");
 
-  options = parseOptions({"query", "f", "/a", "--", "--"});
-  EXPECT_EQ(options.path, "--") << "only the first -- ends the options";
+  invocation = parseCommandLine({"query", "f", "/a", "--", "--"});
+  EXPECT_EQ(invocation.arguments.operands.back(), "--") << "only the first -- ends the options";
 
-  options = parseOptions({"dict", "--", "--pretty"});
-  EXPECT_EQ(options.file, "--pretty");
-  EXPECT_FALSE(options.pretty);
+  invocation = parseCommandLine({"dict", "--", "--pretty"});
+  EXPECT_EQ(invocation.arguments.operands, Arguments{"--pretty"});
+  EXPECT_FALSE(invocation.arguments.has("--pretty"));
 }
 
-TEST(ParseOptions, WithoutDoubleDashAnOperandStartingWithAMinusIsAnUnknownOption) {
+TEST(ParseCommandLine, WithoutDoubleDashAnOperandStartingWithAMinusIsAnUnknownOption) {
   EXPECT_NE(usageErrorOf({"query", "f", "/a", "-count(x)"}).find("-count(x)"), std::string::npos);
 }
 
-TEST(ParseOptions, ALoneMinusIsAnOperand) {
-  Options const options = parseOptions({"query", "f", "-", "p"});
-  EXPECT_EQ(options.context, "-");
-  EXPECT_EQ(parseOptions({"dict", "-"}).file, "-");
+TEST(ParseCommandLine, ALoneMinusIsAnOperand) {
+  EXPECT_EQ(parseCommandLine({"query", "f", "-", "p"}).arguments.operands[1], "-");
+  EXPECT_EQ(parseCommandLine({"dict", "-"}).arguments.operands, Arguments{"-"});
 }
 
-TEST(ParseOptions, EmptyOperandsAreOperands) {
-  Options const options = parseOptions({"query", "f", "", ""});
-  EXPECT_EQ(options.context, "");
-  EXPECT_EQ(options.path, "");
+TEST(ParseCommandLine, EmptyOperandsAreOperands) {
+  EXPECT_EQ(parseCommandLine({"query", "f", "", ""}).arguments.operands, (Arguments{"f", "", ""}));
 }
 
-TEST(ParseOptions, WrongOperandCounts) {
-  EXPECT_NE(usageErrorOf({"dict"}).find("0 given"), std::string::npos);
+TEST(ParseCommandLine, WrongOperandCounts) {
+  EXPECT_NE(usageErrorOf({"dict"}).find("dict takes FILE (0 given)"), std::string::npos);
   EXPECT_NE(usageErrorOf({"dict", "--pretty"}).find("0 given"), std::string::npos);
   EXPECT_NE(usageErrorOf({"dict", "a", "b"}).find("2 given"), std::string::npos);
-  EXPECT_NE(usageErrorOf({"query"}).find("0 given"), std::string::npos);
+  EXPECT_NE(usageErrorOf({"query"}).find("query takes FILE CONTEXT PATH (0 given)"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "f"}).find("1 given"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "f", "c"}).find("2 given"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "f", "c", "p", "q"}).find("4 given"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "f", "c", "--", "p", "q"}).find("4 given"), std::string::npos);
 }
 
-TEST(ParseOptions, MissingOrUnknownCommand) {
+TEST(ParseCommandLine, MissingOrUnknownCommand) {
   EXPECT_NE(usageErrorOf({}).find("missing"), std::string::npos);
   EXPECT_NE(usageErrorOf({"frob", "f"}).find("frob"), std::string::npos);
   EXPECT_NE(usageErrorOf({"Dict", "f"}).find("Dict"), std::string::npos);
@@ -131,37 +129,42 @@ TEST(ParseOptions, MissingOrUnknownCommand) {
   usageErrorOf({"demo.sav"});
 }
 
-TEST(ParseOptions, UnknownOptions) {
+TEST(ParseCommandLine, UnknownOptions) {
   EXPECT_NE(usageErrorOf({"dict", "--frob", "f"}).find("--frob"), std::string::npos);
   EXPECT_NE(usageErrorOf({"dict", "-p", "f"}).find("-p"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "--strings", "f", "c", "p"}).find("--strings"), std::string::npos);
   EXPECT_NE(usageErrorOf({"query", "--version", "f", "c", "p"}).find("--version"), std::string::npos);
+  EXPECT_NE(usageErrorOf({"dict", "--pretty=yes", "f"}).find("takes no value"), std::string::npos);
 }
 
-TEST(ParseOptions, VersionTakesNoOperands) {
+TEST(ParseCommandLine, VersionTakesNoOperands) {
   EXPECT_NE(usageErrorOf({"--version", "extra"}).find("--version takes no operands"), std::string::npos);
   EXPECT_NE(usageErrorOf({"version", "--pretty"}).find("--version takes no operands"), std::string::npos);
 }
 
-TEST(ParseOptions, SchemaTakesNoOperands) {
-  EXPECT_EQ(parseOptions({"schema"}).command, Command::Schema);
+TEST(ParseCommandLine, SchemaTakesNoOperands) {
+  EXPECT_EQ(commandOf(parseCommandLine({"schema"})), "schema");
   EXPECT_NE(usageErrorOf({"schema", "file.sav"}).find("schema takes no operands"), std::string::npos);
-  EXPECT_NE(usageErrorOf({"schema", "--pretty"}).find("schema takes no operands"), std::string::npos);
+  EXPECT_NE(usageErrorOf({"schema", "--pretty"}).find("--pretty"), std::string::npos);
 }
 
-TEST(ParseOptions, HelpAndVersion) {
-  for (std::string const help : {"--help", "-h", "help"})
-    EXPECT_EQ(parseOptions({help}).command, Command::Help) << help;
-  for (std::string const version : {"--version", "version"})
-    EXPECT_EQ(parseOptions({version}).command, Command::Version) << version;
-  // --help within a command asks for help, whatever else the line holds.
-  EXPECT_EQ(parseOptions({"dict", "--help"}).command, Command::Help);
-  EXPECT_EQ(parseOptions({"query", "f", "-h"}).command, Command::Help);
-  EXPECT_EQ(parseOptions({"query", "--help", "--frob"}).command, Command::Help);
+TEST(ParseCommandLine, HelpAndVersion) {
+  for (std::string const help : {"--help", "-h", "help"}) {
+    Invocation const invocation = parseCommandLine({help});
+    EXPECT_TRUE(invocation.help() && invocation.command == nullptr) << help;
+  }
+  for (std::string const version : {"--version", "version"}) EXPECT_TRUE(parseCommandLine({version}).version);
+  // --help within a command asks for the command's help, whatever else the line holds.
+  for (Arguments const& arguments :
+       {Arguments{"dict", "--help"}, Arguments{"query", "f", "-h"}, Arguments{"query", "--help", "--frob"}}) {
+    Invocation const invocation = parseCommandLine(arguments);
+    EXPECT_TRUE(invocation.help());
+    EXPECT_EQ(commandOf(invocation), arguments[0]);
+  }
   // ... but not after "--", where it is an operand.
-  Options const options = parseOptions({"dict", "--", "--help"});
-  EXPECT_EQ(options.command, Command::Dict);
-  EXPECT_EQ(options.file, "--help");
+  Invocation const invocation = parseCommandLine({"dict", "--", "--help"});
+  EXPECT_FALSE(invocation.help());
+  EXPECT_EQ(invocation.arguments.operands, Arguments{"--help"});
 }
 
 TEST(UsageText, NamesEveryCommandAndOption) {
@@ -169,6 +172,14 @@ TEST(UsageText, NamesEveryCommandAndOption) {
   for (char const* word : {"Usage:", "transspace dict", "transspace query", "--pretty", "--list", "--string",
                            "--double", "--help", "--version", "transspace schema", "FILE", "CONTEXT", "PATH", "--"}) {
     EXPECT_NE(usage.find(word), std::string::npos) << word;
+  }
+}
+
+TEST(HelpText, ACommandsHelpGivesItsUsageAndOptions) {
+  std::string const help = cli::helpText(*parseCommandLine({"query", "--help"}).command);
+  EXPECT_EQ(help.rfind("Usage:\n  transspace query [--list | --string | --double] FILE CONTEXT PATH\n", 0), 0u) << help;
+  for (char const* word : {"Options:", "--list", "--string", "--double", "Exit status"}) {
+    EXPECT_NE(help.find(word), std::string::npos) << word;
   }
 }
 

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <ostream>
 
 #include <xercesc/util/TransService.hpp>
@@ -97,6 +98,21 @@ std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::os
 TransValue loadDocument(std::string const& path, std::ostream& warnings) {
   if (sniffInputKind(path) == InputKind::SystemFile) return TransValue(*readSystemFile(path, warnings));
   return loadXmlDocument(path);
+}
+
+int reportingInputErrors(std::string const& file, std::ostream& err, std::function<int()> const& work) {
+  try {
+    return work();
+  } catch (InputError const& e) {
+    err << "transspace: " << e.message << '\n';
+  } catch (TransXMLInputError const& e) {
+    err << "transspace: " << file << ": " << e.what() << '\n';
+  } catch (std::bad_alloc const&) {
+    // The reader's allocations are bounded by the file's size, but a large file may still need
+    // more memory than there is: a message and exit status 2, not an abort.
+    err << "transspace: " << file << ": not enough memory to read it\n";
+  }
+  return 2;
 }
 
 }  // namespace cli

@@ -2,6 +2,7 @@
 // its dictionary, anything else into the value of the XML document it holds.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -35,6 +36,10 @@ std::string printable(std::string const& text);
 // Reads a system file's dictionary into the host model. Warnings of the reader go to `warnings`,
 // one a line; a file it cannot read throws InputError.
 std::shared_ptr<ZORB_DataSource> readSystemFile(std::string const& path, std::ostream& warnings);
+
+// Runs `work`, a command's reading and answering of FILE, and turns what reading can throw (an
+// InputError, a refused XML text, memory that ran out) into one line on `err` and exit status 2.
+int reportingInputErrors(std::string const& file, std::ostream& err, std::function<int()> const& work);
 
 // Reads the file into a value; an XML document through the library's bounded parse
 // (TransXMLInput), whose refusals become InputErrors. The XML platform must be up (a TransSpace
