@@ -531,9 +531,9 @@ std::string regexLiteral(std::string const& text) {
 }
 
 // glibc's assert message: "<program>: <file>:<line>: <function>: Assertion `<expression>' failed."
-std::string assertionRegex(char const* line, char const* function, char const* expression) {
-  return regexLiteral(std::string("backend/transspace/src/core/transstring.cpp:") + line + ": " + function +
-                      ": Assertion `" + expression + "' failed.");
+std::string assertionRegex(char const* function, char const* expression) {
+  return regexLiteral("backend/transspace/src/core/transstring.cpp:") + "[0-9]+" +
+         regexLiteral(std::string(": ") + function + ": Assertion `" + expression + "' failed.");
 }
 
 char const kMBCSExpression[] = "! status.failure() && \"Failure: TransString::asMBCS()\"";
@@ -573,7 +573,7 @@ TEST_F(TransStringAssertionTest, AsMBCSAssertsNoFailure) {
         gForceFailure = true;
         text.asMBCS();
       },
-      assertionRegex("116", kMBCSFunction, kMBCSExpression));
+      assertionRegex(kMBCSFunction, kMBCSExpression));
 }
 
 TEST_F(TransStringAssertionTest, AsUTF16AssertsNoFailure) {
@@ -583,7 +583,7 @@ TEST_F(TransStringAssertionTest, AsUTF16AssertsNoFailure) {
         gForceFailure = true;
         text.asUTF16();
       },
-      assertionRegex("95", kUTF16Function, kUTF16Expression));
+      assertionRegex(kUTF16Function, kUTF16Expression));
 }
 
 // The path of the loaded libtransspace, found among the program's loaded objects.

@@ -15,15 +15,13 @@ namespace {
 
 using coretest::CoreTest;
 
-constexpr double kNoNumber = -1.7976931348623157e308;
-
 class TransUtilTest : public CoreTest {};
 
 // ---- codepage() ----
 
 TEST_F(TransUtilTest, NoNumberIsTheNegatedLargestFiniteDouble) {
-  EXPECT_EQ(kNoNumber, -DBL_MAX);
-  EXPECT_EQ(TransUtil::noNumber, kNoNumber);
+  EXPECT_EQ(TransUtil::noNumber, -DBL_MAX);
+  EXPECT_EQ(TransUtil::noNumber, TransValue::noNumber);
 }
 
 TEST_F(TransUtilTest, CodepageIsUtf8InUtf8Mode) {
@@ -168,12 +166,12 @@ TEST_F(TransUtilTest, TrailingTextIsIgnored) {
 }
 
 TEST_F(TransUtilTest, TextWithoutLeadingNumberGivesNoNumber) {
-  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"abc")), kNoNumber);
+  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"abc")), TransUtil::noNumber);
 }
 
 TEST_F(TransUtilTest, EmptyTextGivesNoNumber) {
-  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString()), kNoNumber);
-  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"")), kNoNumber);
+  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString()), TransUtil::noNumber);
+  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"")), TransUtil::noNumber);
 }
 
 TEST_F(TransUtilTest, LargeIntegersParse) {
@@ -188,7 +186,7 @@ TEST_F(TransUtilTest, DecimalCommaParsesUnderAGermanNumericLocale) {
   EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"12")), 12.0);
   // The full stop groups thousands there.
   EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"1.234,5")), 1234.5);
-  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"abc")), kNoNumber);
+  EXPECT_EQ(TransUtil::UTF16toDouble(icu::UnicodeString(u"abc")), TransUtil::noNumber);
 }
 
 TEST_F(TransUtilTest, ParseFollowsLcNumericNotLcCtype) {

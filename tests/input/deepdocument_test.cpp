@@ -2,6 +2,7 @@
 // builds deeper than the parse allows (copied without recursion, queried, but not serialised) and
 // query expressions nested deeper than the evaluator's stack would allow.
 #include "document/transdomimpl.h"
+#include <transspace/transowner.h>
 #include <transspace/transxmlinput.h>
 
 #include <transspace/transspace.h>
@@ -47,7 +48,7 @@ protected:
 
   static std::string answer(TransValue const& value, std::string const& context, std::string const& path,
                             TransStatus& status) {
-    transtest::OwnedStringOf<TransValue> result(
+    TransStringOwner result(
         value.asString(TransString(context.c_str()), TransString(path.c_str()), status));
     return text(*result);
   }
@@ -62,13 +63,13 @@ TEST_F(DeepDocumentTest, AHostDocumentFarDeeperThanTheLimitIsCopiedAndQueriedBut
   EXPECT_EQ(answer(copy, "/", "count(/e/e/e)", status), "1");
   EXPECT_FALSE(status.failure());
   EXPECT_EQ(answer(copy, "/", "string(/)", status), "bottom");
-  transtest::OwnedStringOf<TransValue> utf16(copy.asUTF16XML(status));
+  TransStringOwner utf16(copy.asUTF16XML(status));
   EXPECT_EQ(flags(status), kBoth);
   EXPECT_TRUE(utf16->empty());
-  transtest::OwnedStringOf<TransValue> mbcs(copy.asMBCSXML(status));
+  TransStringOwner mbcs(copy.asMBCSXML(status));
   EXPECT_EQ(flags(status), kBoth);
   EXPECT_TRUE(mbcs->empty());
-  transtest::OwnedStringOf<TransValue> asText(copy.asString(status));
+  TransStringOwner asText(copy.asString(status));
   EXPECT_TRUE(status.failure());
 }
 
@@ -76,12 +77,12 @@ TEST_F(DeepDocumentTest, AHostDocumentAtTheLimitIsSerialised) {
   Document source = chain(TransXMLInput::maxDepth);
   TransValue value(source.get());
   TransStatus status;
-  transtest::OwnedStringOf<TransValue> xml(value.asMBCSXML(status));
+  TransStringOwner xml(value.asMBCSXML(status));
   EXPECT_FALSE(status.failure());
   EXPECT_NE(text(*xml).find("bottom</e></e>"), std::string::npos);
   Document deeper = chain(TransXMLInput::maxDepth + 1);
   TransValue over(deeper.get());
-  transtest::OwnedStringOf<TransValue> none(over.asMBCSXML(status));
+  TransStringOwner none(over.asMBCSXML(status));
   EXPECT_EQ(flags(status), kBoth);
 }
 
@@ -139,7 +140,7 @@ TEST_F(DeepDocumentTest, ExpressionsNestedDeeperFailWithoutBeingEvaluated) {
     EXPECT_EQ(answer(value, parens, "1", status), "");
     EXPECT_EQ(flags(status), kBoth);
     TransStatus listStatus;
-    transtest::OwnedListOf<TransValue> list(
+    TransStringListOwner list(
         value.asStringList(TransString("/"), TransString(parens.c_str()), listStatus));
     EXPECT_EQ(flags(listStatus), kBoth);
     EXPECT_EQ(value.asDouble(TransString("/"), TransString(parens.c_str()), status), transtest::kNoNumber);

@@ -1,5 +1,6 @@
 // TransXMLInput: XML text into a document value through the one bounded parse, and the clear
 // refusal of each hostile input (bombs, document types, deep nesting, texts over the size limit).
+#include <transspace/transowner.h>
 #include <transspace/transxmlinput.h>
 
 #include "hostilexml.h"
@@ -36,7 +37,7 @@ protected:
 
   static std::string answer(TransValue const& value, char const* context, char const* path) {
     TransStatus status;
-    transtest::OwnedStringOf<TransValue> result(value.asString(TransString(context), TransString(path), status));
+    TransStringOwner result(value.asString(TransString(context), TransString(path), status));
     EXPECT_FALSE(status.failure()) << context << " " << path;
     return text(*result);
   }
@@ -63,7 +64,7 @@ TEST_F(XmlInputTest, PredefinedEntitiesAndCharacterReferencesStandForOneCharacte
 TEST_F(XmlInputTest, OnlyTheDocumentElementIsKeptAsWhenAValueCopiesADocument) {
   TransValue value = parse("<!-- before --><?pi data?><r/><!-- after -->");
   TransStatus status;
-  transtest::OwnedStringOf<TransValue> xml(value.asMBCSXML(status));
+  TransStringOwner xml(value.asMBCSXML(status));
   EXPECT_EQ(text(*xml), "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?><r/>");
 }
 
@@ -102,7 +103,7 @@ TEST_F(XmlInputTest, NestingUpToTheLimitIsAccepted) {
   EXPECT_EQ(answer(value, "/", "string(/)"), "bottom");
   TransValue copy(value);
   TransStatus status;
-  transtest::OwnedStringOf<TransValue> xml(copy.asMBCSXML(status));
+  TransStringOwner xml(copy.asMBCSXML(status));
   EXPECT_FALSE(status.failure());
   EXPECT_NE(text(*xml).find(hostile::nested(TransXMLInput::maxDepth)), std::string::npos);
 }

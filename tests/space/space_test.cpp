@@ -4,6 +4,11 @@
 #include <transspace/transspace.h>
 #include "core/transutf16.h"
 
+#include <memory>
+#include <utility>
+
+#include <xercesc/dom/DOM.hpp>
+
 #include <gtest/gtest.h>
 
 using namespace spacetest;
@@ -330,6 +335,64 @@ TEST_F(TransSpaceTest, FormsWithoutStatusReturnTheResult) {
   EXPECT_TRUE(empty->empty());
 }
 
+// ---- moving values in and out ----
+
+TEST_F(TransSpaceTest, AddMovesAValueInAndLeavesANullBehind) {
+  TransValue value(TransString("moved"));
+  TransStatus status = transtest::dirtyStatus();
+  EXPECT_TRUE(space.add(TransString("m"), std::move(value), status));
+  EXPECT_EQ(flags(status), kNone);
+  EXPECT_EQ(valueText(space.find(TransString("M"))), "moved");
+  EXPECT_EQ(value.asDouble(status), kNoNumber);  // NOLINT(bugprone-use-after-move): a null value now
+  EXPECT_EQ(flags(status), kBoth);
+}
+
+// The document itself moves: the space's entry hands out the Xalan document the value had.
+TEST_F(TransSpaceTest, AMovedDocumentIsNotCopied) {
+  XERCES_CPP_NAMESPACE::DOMImplementation* dom =
+      XERCES_CPP_NAMESPACE::DOMImplementationRegistry::getDOMImplementation(u"Core");
+  std::unique_ptr<XERCES_CPP_NAMESPACE::DOMDocument> source(dom->createDocument(nullptr, u"r", nullptr));
+  TransValue value(source.get());
+  XALAN_CPP_NAMESPACE::XalanDocument* const document = value.asXalanDocument();
+  ASSERT_NE(document, nullptr);
+  ASSERT_TRUE(space.add(TransString("doc"), std::move(value)));
+  EXPECT_EQ(space.find(TransString("doc")).asXalanDocument(), document);
+  TransValue const copy(space.find(TransString("doc")));
+  EXPECT_NE(copy.asXalanDocument(), document) << "a copy has a document of its own";
+}
+
+TEST_F(TransSpaceTest, AFailedAddLeavesTheValueToMoveAsItWas) {
+  ASSERT_TRUE(space.add(TransString("taken"), TransValue(1.0)));
+  TransValue value(2.0);
+  TransStatus status;
+  EXPECT_FALSE(space.add(TransString("TAKEN"), std::move(value), status));
+  EXPECT_EQ(flags(status), kBoth);
+  EXPECT_FALSE(space.add(TransString(" "), std::move(value), status));
+  EXPECT_TRUE(status.failure());
+  EXPECT_EQ(value.asDouble(), 2.0);  // NOLINT(bugprone-use-after-move): nothing was moved
+  EXPECT_EQ(space.find(TransString("taken")).asDouble(), 1.0);
+}
+
+TEST_F(TransSpaceTest, TakeRemovesTheEntryAndHandsItsValueOver) {
+  ASSERT_TRUE(space.add(TransString("kept"), TransValue(TransString("text"))));
+  TransValue taken(7.0);
+  TransStatus status = transtest::dirtyStatus();
+  EXPECT_TRUE(space.take(TransString(" KEPT "), taken, status));
+  EXPECT_EQ(flags(status), kNone);
+  EXPECT_EQ(valueText(taken), "text");
+  EXPECT_FALSE(space.exists(TransString("kept")));
+}
+
+TEST_F(TransSpaceTest, TakeOfAnAbsentOrEmptyNameChangesNothing) {
+  TransValue taken(7.0);
+  TransStatus status;
+  EXPECT_FALSE(space.take(TransString("absent"), taken, status));
+  EXPECT_EQ(flags(status), kBoth);
+  EXPECT_FALSE(space.take(TransString(""), taken, status));
+  EXPECT_TRUE(status.failure());
+  EXPECT_EQ(taken.asDouble(), 7.0);
+}
+
 // ---- death tests: the assertions of the forms without status ----
 //
 // The assertions that can fire: add (empty name, name in use), find (empty name, absent name),
@@ -356,13 +419,24 @@ protected:
   }
 };
 
+// A temporary is moved in (add(handle, TransValue&&)), a named value copied: both forms assert alike.
 TEST_F(TransSpaceDeathTest, AddOfEmptyNameAsserts) {
   EXPECT_DEATH(space.add(TransString("  "), TransValue(1.0)), assertion("Failure: TransString::add(handle,value)"));
+  TransValue const copied(1.0);
+  EXPECT_DEATH(space.add(TransString("  "), copied), assertion("Failure: TransString::add(handle,value)"));
 }
 
 TEST_F(TransSpaceDeathTest, AddOfNameInUseAsserts) {
   EXPECT_DEATH(space.add(TransString("PRESENT"), TransValue(2.0)),
                assertion("Failure: TransString::add(handle,value)"));
+  TransValue const copied(2.0);
+  EXPECT_DEATH(space.add(TransString("PRESENT"), copied), assertion("Failure: TransString::add(handle,value)"));
+}
+
+TEST_F(TransSpaceDeathTest, TakeOfEmptyOrAbsentNameAsserts) {
+  TransValue taken;
+  EXPECT_DEATH(space.take(TransString(""), taken), assertion("Failure: TransString::take(handle,value)"));
+  EXPECT_DEATH(space.take(TransString("absent"), taken), assertion("Failure: TransString::take(handle,value)"));
 }
 
 TEST_F(TransSpaceDeathTest, FindOfEmptyNameAsserts) {

@@ -1,6 +1,7 @@
 // Helpers shared by the space tests.
 #pragma once
 
+#include <transspace/transowner.h>
 #include <transspace/transspace.h>
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
@@ -16,8 +17,8 @@
 namespace spacetest {
 
 // What TransSpace hands out goes back through TransSpace::releaseString / releaseStringList.
-using OwnedList = transtest::OwnedListOf<TransSpace>;
-using OwnedString = transtest::OwnedStringOf<TransSpace>;
+using OwnedList = TransStringListOwner;
+using OwnedString = TransStringOwner;
 
 // From transtestsupport.h: text, escapeRegex, Flags and flags, kNone .. kBoth, dirtyStatus,
 // expectReleased and kNoNumber.

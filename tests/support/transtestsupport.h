@@ -1,11 +1,12 @@
-// Helpers shared by the tests of the value and space APIs: owning the strings and lists they hand
-// out, reading strings back, death-test regexes, both flags of a status in one value and the
+// Helpers shared by the tests of the value and space APIs (the strings and lists they hand out are
+// held in the library's own TransStringOwner / TransStringListOwner): reading strings back, death-test regexes, both flags of a status in one value and the
 // check of a release.
 #pragma once
 
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
+#include <transspace/transvalue.h>
 
 #include <memory>
 #include <ostream>
@@ -14,18 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace transtest {
-
-// Every TransString* / TransStringList* a view returns is the caller's: this hands it back through
-// `Api`'s releaseString / releaseStringList (TransValue or TransSpace).
-template <typename Api>
-struct Release {
-  void operator()(TransString* string) const { Api::releaseString(string); }
-  void operator()(TransStringList* strings) const { Api::releaseStringList(strings); }
-};
-template <typename Api>
-using OwnedStringOf = std::unique_ptr<TransString, Release<Api>>;
-template <typename Api>
-using OwnedListOf = std::unique_ptr<TransStringList, Release<Api>>;
 
 // The text of a string in the host's code page (UTF-8 in the stand-alone host).
 inline std::string text(TransString const& string) {
@@ -77,6 +66,6 @@ void expectReleased(void (*release)(T*&, TransStatus&), T*& pointer, Flags expec
   EXPECT_EQ(flags(status), expected);
 }
 
-constexpr double kNoNumber = -1.7976931348623157e308;
+constexpr double kNoNumber = TransValue::noNumber;
 
 }  // namespace transtest

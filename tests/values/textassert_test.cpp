@@ -24,17 +24,17 @@ TEST(TransTextImplDeathTest, AsDoubleAssertsOnAFailedConversion) {
 #ifdef TRANSSPACE_SANITIZED
   GTEST_SKIP() << "death tests are skipped in the sanitizer build";
 #endif
-  std::string const message =
-      "backend/transspace/src/values/transtextimpl.cpp:137: virtual double TransTextImpl::asDouble(TransStatus&) "
-      "const: "
-      "Assertion `! s.failure()' failed.";
+  std::string const message = valuetest::escapeRegex("backend/transspace/src/values/transtextimpl.cpp:") + "[0-9]+" +
+                              valuetest::escapeRegex(
+                                  ": virtual double TransTextImpl::asDouble(TransStatus&) const: "
+                                  "Assertion `! s.failure()' failed.");
   TransTextImpl const impl{TransString("12")};
   EXPECT_DEATH(
       {
         TransStatus status;
         impl.asDouble(status);
       },
-      valuetest::escapeRegex(message));
+      message);
 }
 
 }  // namespace

@@ -20,9 +20,9 @@ TransString const kPath("a");
 
 TEST(TransValueTest, NoNumberIsTheNegatedLargestFiniteDouble) {
   std::uint64_t bits = 0;
-  std::memcpy(&bits, &TransUtil::noNumber, sizeof bits);
+  std::memcpy(&bits, &TransValue::noNumber, sizeof bits);
   EXPECT_EQ(bits, 0xFFEFFFFFFFFFFFFFull);
-  EXPECT_EQ(TransUtil::noNumber, kNoNumber);
+  EXPECT_EQ(TransUtil::noNumber, TransValue::noNumber);
 }
 
 // Edge case: a default-constructed value asked for asDouble(TransStatus&).
@@ -52,6 +52,19 @@ TEST(TransValueTest, TextAsStringListIsNewEmptyListWithBothFlags) {
   EXPECT_TRUE(list->empty());
   EXPECT_EQ(list->size(), 0u);
   EXPECT_EQ(flags(status), kBoth);
+}
+
+TEST(TransValueTest, MovingTakesTheValueAndLeavesANullBehind) {
+  TransValue source(TransString("moved"));
+  TransValue const moved(std::move(source));
+  TransStatus status;
+  OwnedString text(moved.asString(status));
+  EXPECT_EQ(transtest::text(*text), "moved");
+  EXPECT_EQ(source.asDouble(status), kNoNumber);  // NOLINT(bugprone-use-after-move): a null value now
+  EXPECT_EQ(flags(status), kBoth);
+  TransValue assigned(3.0);
+  assigned = std::move(source);  // NOLINT(bugprone-use-after-move)
+  EXPECT_EQ(assigned.asDouble(status), kNoNumber);
 }
 
 // Edge case: copying a value and destroying the source leaves the copy intact.

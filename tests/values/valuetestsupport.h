@@ -2,6 +2,7 @@
 // a scoped numeric locale and the check of the slots that do not apply to null, text and numbers.
 #pragma once
 
+#include <transspace/transowner.h>
 #include <transspace/transstatus.h>
 #include <transspace/transstring.h>
 #include <transspace/transstringlist.h>
@@ -19,8 +20,8 @@
 namespace valuetest {
 
 // Every TransString* / TransStringList* a view returns is the caller's: these hand it back.
-using OwnedString = transtest::OwnedStringOf<TransValue>;
-using OwnedList = transtest::OwnedListOf<TransValue>;
+using OwnedString = TransStringOwner;
+using OwnedList = TransStringListOwner;
 
 // From transtestsupport.h: text, escapeRegex, Flags and flags, kNone .. kBoth, dirtyStatus,
 // expectReleased and kNoNumber.

@@ -130,7 +130,11 @@ bool TransString::operator<(TransString const& other) const { return *impl_ < *o
 unsigned short const* TransString::asUTF16() const {
   TransStatus status;
   unsigned short const* result = asUTF16(status);
-  TRANS_ASSERT_IN("const UChar* TransString::asUTF16() const", !status.failure() && "Failure: TransString::asUTF16()");
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  TRANS_ASSERT_IN("const UChar* TransString::asUTF16() const",
+                  ! status.failure() && "Failure: TransString::asUTF16()");
+  // clang-format on
   return result;
 }
 
@@ -138,6 +142,9 @@ unsigned short const* TransString::asUTF16() const {
 char const* TransString::asMBCS() const {
   TransStatus status;
   char const* result = asMBCS(status);
-  assert(!status.failure() && "Failure: TransString::asMBCS()");
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! status.failure() && "Failure: TransString::asMBCS()");
+  // clang-format on
   return result;
 }

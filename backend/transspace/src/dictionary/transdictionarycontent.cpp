@@ -78,7 +78,10 @@ XMLCh const* formatTypeName(int type) {
     case 86: return X::YMDHMS_s;
     default: break;
   }
-  assert(!"unknown format type.");
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! "unknown format type.");
+  // clang-format on
   return nullptr;
 }
 
@@ -89,7 +92,10 @@ XMLCh const* alignmentName(int code) {
     case 2: return X::center_s;
     default: break;
   }
-  assert(!"unknown alignment.");
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! "unknown alignment.");
+  // clang-format on
   return nullptr;
 }
 
@@ -101,7 +107,10 @@ XMLCh const* measurementLevelName(int code) {
     case 3: return X::scale_s;
     default: break;
   }
-  assert(!"unknown measurement level.");
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! "unknown measurement level.");
+  // clang-format on
   return nullptr;
 }
 

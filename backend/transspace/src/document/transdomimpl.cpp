@@ -398,7 +398,10 @@ TransString* TransDOMImpl::serialiseMBCS(TransStatus& status) const {
   TransString codepage(TransUtil::codepage().c_str());
   XalanDOMString codepageName(xalanMemoryManager());
   ICUBridge::UnicodeStringToXalanDOMString(icu::UnicodeString(TransUTF16::internal(codepage.asUTF16(c))), codepageName);
-  assert(!c.failure() && !c.warning());
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! c.failure() && ! c.warning());
+  // clang-format on
   MemBufFormatTarget target(serializerCapacity, XMLPlatformUtils::fgMemoryManager);
   serializer.write(document_, target, status);
   std::string bytes(reinterpret_cast<char const*>(target.getRawBuffer()), target.getLen());
@@ -529,8 +532,11 @@ TransDOMImpl::Result TransDOMImpl::query(TransString const& context, TransString
   } else {
     result = evaluateXPath(contextText, pathText, status);
   }
-  assert(!c.failure() && !c.warning());
-  assert(!p.failure() && !p.warning());
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! c.failure() && ! c.warning());
+  assert(! p.failure() && ! p.warning());
+  // clang-format on
   return result;
 }
 
@@ -600,7 +606,10 @@ TransStringList* TransDOMImpl::asStringList(TransString const& context, TransStr
   auto append = [&answer](XalanDOMString const& text) {
     TransStatus p;
     answer->push_back(exported(text), p);
-    assert(!p.failure() && !p.warning());
+    // The assertion's text is fixed, spaces included.
+    // clang-format off
+    assert(! p.failure() && ! p.warning());
+    // clang-format on
   };
   if (result.null()) {
     status.failure(true);

@@ -307,65 +307,68 @@ bool TransSpace::removeImage(TransString const& group, TransString const& name, 
 }
 
 // ---- the forms without status: assert no failure, with their fixed texts (deliberately
-// "TransString::"). They come last so that their assertion lines are easy to find. ----
+// "TransString::"). They come last so that their assertion lines are easy to find, and clang-format
+// leaves them alone: the texts are fixed, spaces included. ----
+// clang-format off
 
 bool TransSpace::add(TransString const& handle, TransValue const& value) {
   TransStatus status;
   bool const result = add(handle, value, status);
-  assert(!status.failure() && "Failure: TransString::add(handle,value)");
+  assert(! status.failure() && "Failure: TransString::add(handle,value)");
   return result;
 }
 
 bool TransSpace::add(TransString const& handle, TransValue&& value) {
   TransStatus status;
   bool const result = add(handle, std::move(value), status);
-  assert(!status.failure() && "Failure: TransString::add(handle,value)");
+  assert(! status.failure() && "Failure: TransString::add(handle,value)");
   return result;
 }
 
 TransValue const& TransSpace::find(TransString const& handle) const {
   TransStatus status;
   TransValue const& result = find(handle, status);
-  assert(!status.failure() && "Failure: TransString::find(handle)");
+  assert(! status.failure() && "Failure: TransString::find(handle)");
   return result;
 }
 
 bool TransSpace::exists(TransString const& handle) const {
   TransStatus status;
   bool const result = exists(handle, status);
-  assert(!status.failure() && "Failure: TransString::exists(handle)");
+  assert(! status.failure() && "Failure: TransString::exists(handle)");
   return result;
 }
 
 bool TransSpace::remove(TransString const& handle) {
   TransStatus status;
   bool const result = remove(handle, status);
-  assert(!status.failure() && "Failure: TransString::remove(handle)");
+  assert(! status.failure() && "Failure: TransString::remove(handle)");
   return result;
 }
 
 bool TransSpace::take(TransString const& handle, TransValue& value) {
   TransStatus status;
   bool const result = take(handle, value, status);
-  assert(!status.failure() && "Failure: TransString::take(handle,value)");
+  assert(! status.failure() && "Failure: TransString::take(handle,value)");
   return result;
 }
 
 TransStringList* TransSpace::list() const {
   TransStatus status;
   TransStringList* result = list(status);
-  assert(!status.failure() && "Failure: TransString::list()");
+  assert(! status.failure() && "Failure: TransString::list()");
   return result;
 }
 
 void TransSpace::releaseString(TransString*& string) {
   TransStatus status;
   releaseString(string, status);
-  assert(!status.failure() && "Failure: TransString::releaseString(string)");
+  assert(! status.failure() && "Failure: TransString::releaseString(string)");
 }
 
 void TransSpace::releaseStringList(TransStringList*& strings) {
   TransStatus status;
   releaseStringList(strings, status);
-  assert(!status.failure() && "Failure: TransString::releaseStringList(strings)");
+  assert(! status.failure() && "Failure: TransString::releaseStringList(strings)");
 }
+// clang-format on

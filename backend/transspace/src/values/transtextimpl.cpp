@@ -72,7 +72,10 @@ double TransTextImpl::asDouble(TransStatus& status) const {
   icu::UnicodeString const text(TransUTF16::internal(text_.asUTF16(s)));
   double const number = TransUtil::UTF16toDouble(text);
   // The local status warns of an empty text; only a failure (which asUTF16 never reports) trips.
-  assert(!s.failure());
+  // The assertion's text is fixed, spaces included.
+  // clang-format off
+  assert(! s.failure());
+  // clang-format on
   // The no-number value is the parser's one failure signal, even when the text spells it out.
   if (number == TransUtil::noNumber) {
     status.failure(true);
