@@ -32,12 +32,33 @@ cmake --build "$work/with-cmake" > /dev/null
 
 step "consumer built with pkg-config"
 export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
-echo "pkg-config --cflags --libs transspace transspace-savfile: $(pkg-config --cflags --libs transspace transspace-savfile)"
+packages=(transspace transspace-dictionary transspace-savfile)
+echo "pkg-config --cflags --libs ${packages[*]}: $(pkg-config --cflags --libs "${packages[@]}")"
 # shellcheck disable=SC2046  # the flags are words
-g++ -std=c++17 -o "$work/consumer" examples/consumer/consumer.cpp $(pkg-config --cflags --libs transspace transspace-savfile)
+g++ -std=c++17 -o "$work/consumer" examples/consumer/consumer.cpp $(pkg-config --cflags --libs "${packages[@]}")
 LD_LIBRARY_PATH=$prefix/lib "$work/consumer" "$demo" > "$work/pkg-config.out"
 cmp "$work/cmake.out" "$work/pkg-config.out" || fail "the two builds of the consumer answer differently"
 echo "same answer as the find_package build"
+
+step "nothing private reachable from an installed copy"
+# Every installed header is a public header of one of the components.
+(cd "$prefix/include" && find . -type f | sort) > "$work/installed-headers"
+(cd backend && find ./*/include -type f | sed 's|^\./[^/]*/include/|./|' | sort) > "$work/public-headers"
+diff "$work/public-headers" "$work/installed-headers" || fail "the installed headers are not the public ones"
+echo "$(wc -l < "$work/installed-headers") headers, all public"
+# The libraries export what their contracts name, nothing else.
+bash tests/exports/exports_test.sh "$prefix/lib/libtransspace.so" "$prefix/lib/libtransspace_dictionary.so"
+# A hidden class of the library cannot be linked against, even by a program that declares it.
+cat > "$work/hidden.cpp" <<'CPP'
+class TransHostText { public: TransHostText(); };
+int main() { TransHostText text; return 0; }
+CPP
+if g++ -std=c++17 -o "$work/hidden" "$work/hidden.cpp" -L"$prefix/lib" -ltransspace 2> "$work/hidden.err"; then
+  fail "a program links against the hidden TransHostText"
+fi
+grep -q "undefined reference to .TransHostText::TransHostText()" "$work/hidden.err" ||
+  fail "linking against a hidden class failed for another reason: $(cat "$work/hidden.err")"
+echo "a hidden class is not reachable"
 
 step "the installed command"
 "$prefix/bin/transspace" --version
@@ -59,10 +80,11 @@ expect_files() {  # expect_files DEB PATH...: every PATH is in the package
   for path in "$@"; do grep -qx "\./$path" <<< "$listing" || fail "$path is not in the package"; done
 }
 expect_files "$runtime" usr/bin/transspace usr/lib/libtransspace.so.0 usr/lib/libtransspace_host.so.0 \
-  usr/lib/libtransspace_savfile.so.0 usr/share/transspace/dictionary-1.0.xsd usr/share/man/man1/transspace.1
+  usr/lib/libtransspace_savfile.so.0 usr/lib/libtransspace_dictionary.so.0 usr/share/transspace/dictionary-1.0.xsd usr/share/man/man1/transspace.1
 expect_files "$dev" usr/include/transspace/transspace.h usr/include/transspace/zorb/datasource.h \
   usr/include/transspace/savfile/reader.h usr/lib/libtransspace.so usr/lib/cmake/transspace/transspaceConfig.cmake \
-  usr/lib/pkgconfig/transspace.pc usr/lib/pkgconfig/transspace-host.pc usr/lib/pkgconfig/transspace-savfile.pc
+  usr/lib/pkgconfig/transspace.pc usr/lib/pkgconfig/transspace-host.pc usr/lib/pkgconfig/transspace-savfile.pc \
+  usr/include/transspace/transdictionarywriter.h usr/lib/pkgconfig/transspace-dictionary.pc
 depends=$(dpkg-deb -f "$runtime" Depends)
 for package in libxerces-c3.2 libxalan-c112 libicu72 libstdc++6 libc6; do
   grep -q "$package" <<< "$depends" || fail "the runtime package does not depend on $package"
