@@ -1,3 +1,7 @@
+// TransStatusImpl: the implementation object behind the TransStatus handle. The name is fixed by the
+// library's binary contract (which exports it): `...Impl` names three kinds of class here — the
+// objects behind the handles, the kinds of value (TransValueImpl and its kinds) and the dictionary
+// builder (TransDictionaryImpl).
 #pragma once
 
 #include <transspace/transexport.h>

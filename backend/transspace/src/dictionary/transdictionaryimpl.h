@@ -1,4 +1,5 @@
-// TransDictionaryImpl: builds the dictionary document of a host data source.
+// TransDictionaryImpl: builds the dictionary document of a host data source. Not an implementation
+// object of a handle, whatever its name says: the name is fixed by the library's binary contract.
 // The builder never owns the document: whoever calls addDictionary owns (and releases) it.
 #pragma once
 

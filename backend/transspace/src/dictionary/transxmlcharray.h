@@ -1,4 +1,5 @@
-// TransXMLChArray: the exported vocabulary of the dictionary document. Every element
+// TransXMLChArray: the exported vocabulary of the dictionary document (a class of constants, not an
+// array: the name is fixed by the library's binary contract). Every element
 // name, attribute name and fixed attribute value that the dictionary builder writes comes from this
 // table, so no other literal text enters the document. Each constant is a zero-terminated UTF-16
 // (Xerces XMLCh) string named after its text with the suffix _s.

@@ -1,5 +1,8 @@
 // TransValueImpl: the abstract interface of eleven slots that every kind of value
-// implements, in this slot order. Exported, not published.
+// implements, in this slot order. Exported, not published. The name, like those of its kinds
+// (TransNullImpl, TransTextImpl, TransIntegerImpl, TransDoubleImpl, TransDOMImpl), is fixed by the
+// library's binary contract; `...Impl` also names the objects behind the handles (TransStringImpl,
+// ...) and the dictionary builder (TransDictionaryImpl).
 #pragma once
 
 #include <transspace/transexport.h>

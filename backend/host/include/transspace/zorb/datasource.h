@@ -1,7 +1,8 @@
 // The stand-alone host's data-source model: exactly the operations of the host's closed data-source
 // library that the dictionary export calls, with the argument and result types it expects,
 // backed by plain in-memory data. Tests fill it through zorb::DataSourceBuilder
-// (zorb/datasourcebuilder.h); the .sav reader fills it the same way.
+// (zorb/datasourcebuilder.h); the .sav reader fills it the same way. The names (ZORB_DataSource,
+// ZORB_Variable, OBS, ...) are the host library's own, which the library's contract names.
 #pragma once
 
 #include <cstddef>
